@@ -1,0 +1,45 @@
+# How our own code is compiled: korvu_options, which every target of ours links privately.
+
+add_library(korvu_options INTERFACE)
+
+if(MSVC)
+  target_compile_options(korvu_options INTERFACE /W4 /WX /utf-8 /permissive-)
+  target_compile_definitions(korvu_options INTERFACE NOMINMAX _CRT_SECURE_NO_WARNINGS)
+else()
+  target_compile_options(korvu_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Werror)
+endif()
+target_compile_definitions(korvu_options INTERFACE UNICODE _UNICODE _WIN32_WINNT=0x0601 WIN32_LEAN_AND_MEAN)
+
+# The same bytes whatever the folder and the day.
+if(NOT MSVC)
+  add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}=. -ffile-prefix-map=${PROJECT_BINARY_DIR}=./build)
+endif()
+if(MINGW)
+  add_link_options(-Wl,--no-insert-timestamp)
+  # Random addresses in the whole 64-bit space, and no execution of data.
+  add_link_options(-Wl,--dynamicbase -Wl,--high-entropy-va -Wl,--nxcompat)
+endif()
+
+string(REPLACE "-O3" "-O2" CMAKE_C_FLAGS_RELEASE "${CMAKE_C_FLAGS_RELEASE}")
+string(REPLACE "-O3" "-O2" CMAKE_CXX_FLAGS_RELEASE "${CMAKE_CXX_FLAGS_RELEASE}")
+
+if(MINGW AND CMAKE_BUILD_TYPE STREQUAL "Debug")
+  add_compile_definitions(_GLIBCXX_ASSERTIONS)
+  # Trapping: there is no runtime for this target that could print a report.
+  add_compile_options(-fsanitize=undefined -fsanitize-undefined-trap-on-error)
+endif()
+
+# korvu_split_debug_file(TARGET): moves a release build's symbols into TARGET's file plus ".debug".
+function(korvu_split_debug_file target)
+  if(NOT MINGW OR NOT CMAKE_BUILD_TYPE STREQUAL "Release")
+    return()
+  endif()
+  target_compile_options(${target} PRIVATE -g)
+  add_custom_command(
+    TARGET ${target}
+    POST_BUILD
+    COMMAND ${CMAKE_OBJCOPY} --only-keep-debug $<TARGET_FILE:${target}> $<TARGET_FILE:${target}>.debug
+    COMMAND ${CMAKE_STRIP} --strip-all $<TARGET_FILE:${target}>
+    COMMAND ${CMAKE_OBJCOPY} --add-gnu-debuglink=$<TARGET_FILE:${target}>.debug $<TARGET_FILE:${target}>
+    VERBATIM)
+endfunction()

@@ -1,0 +1,23 @@
+# korvu_add_version_resource(TARGET DESCRIPTION): gives a DLL or program the project's version.
+
+if(WIN32)
+  enable_language(RC)
+endif()
+
+function(korvu_add_version_resource target description)
+  if(NOT WIN32)
+    return()
+  endif()
+  get_target_property(type ${target} TYPE)
+  if(type STREQUAL "SHARED_LIBRARY")
+    set(KORVU_FILE_TYPE VFT_DLL)
+    set(KORVU_FILE_NAME ${target}.dll)
+  else()
+    set(KORVU_FILE_TYPE VFT_APP)
+    set(KORVU_FILE_NAME ${target}.exe)
+  endif()
+  set(KORVU_FILE_DESCRIPTION ${description})
+  set(resource ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc)
+  configure_file(${PROJECT_SOURCE_DIR}/cmake/version.rc.in ${resource} @ONLY)
+  target_sources(${target} PRIVATE ${resource})
+endfunction()
