@@ -1,0 +1,36 @@
+// The diagnostic trace: what the library does, line by line, for the debugger and for a file.
+//
+// It is process-wide: it outlives the client, and all threads write to it. Texts end in "\r\n"
+// themselves; the file is in text mode, so there each line ends in "\r\r\n".
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <type_traits>
+
+namespace KorvuISD {
+
+extern std::atomic<bool> traceEnabled;
+
+// Writes a text. Wide printf rules of the platform: %s and %ws take wide text, %hs narrow text, %d
+// 32 bits.
+void TraceWrite(const wchar_t* format, ...);
+
+// Traces if tracing is on; costs one test if it is off.
+template <class... Arguments>
+void Trace(const wchar_t* format, Arguments... arguments) {
+  static_assert(
+      ((std::is_same_v<Arguments, const wchar_t*> || std::is_same_v<Arguments, const char*> ||
+        (std::is_integral_v<Arguments> && sizeof(Arguments) <= 4)) &&
+       ...));
+  if (traceEnabled.load(std::memory_order_relaxed)) TraceWrite(format, arguments...);
+}
+
+// Opens and closes the trace. Opening starts a file whose name tells the time of the opening.
+void StartTracing();
+void StopTracing();
+
+// Frees what tracing holds, when the library is unloaded and no thread is in it any more.
+void ReleaseTrace();
+
+}  // namespace KorvuISD
