@@ -1,0 +1,129 @@
+#include "settings/handler_table.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "settings/handlers/button_handlers.h"
+#include "settings/handlers/integer_handlers.h"
+#include "settings/handlers/option_list_handlers.h"
+#include "settings/handlers/pen_handlers.h"
+#include "settings/handlers/tablet_handlers.h"
+#include "settings/handlers/text_handlers.h"
+#include "settings/handlers/version_handlers.h"
+#include "settings/setting_keys.h"
+
+namespace KorvuISD {
+namespace {
+
+using Slots = KorvuISD_Callbacks;
+
+std::vector<HandlerEntry> BuildHandlers() {
+  std::vector<HandlerEntry> table;
+  const auto add = [&table](int32_t index, SettingHandler handler) {
+    table.push_back({SettingKey(index), std::move(handler)});
+  };
+
+  add(kServiceVersion, VersionText(&LocalValues::serviceVersion));
+  add(kHidRouterVersion, VersionText(&LocalValues::hidRouterVersion));
+  add(kFirmwareVersion, FirmwareVersion());
+  add(kSensorId, SensorId());
+
+  // The pen's attributes before the tablet's word on which pen it is.
+  add(kPenVendorId, PenVendorId());
+  add(kPenType, PenType());
+  add(kPenInProximity, PenInProximity());
+  add(kPenSerial, PenText(&PenStaging::serialNumber));
+  add(kPenId, PenText(&PenStaging::penId));
+  add(kModuleConnected, ModuleConnection());
+  add(kModuleVersion, ModuleText(&ModuleStaging::version));
+  add(kModuleProductId, ModuleProductId());
+  add(kModuleSerial, ModuleText(&ModuleStaging::serialNumber));
+  add(kModuleId, ModuleText(&ModuleStaging::moduleId));
+  add(kTabletPenSerial, TabletPenSerial());
+
+  add(kEraserSingle, ButtonFunction(&LocalValues::eraserSingle));
+  add(kEraserSingle + kNameOffset, ButtonName(&LocalValues::eraserSingle, &Slots::OnEraserSingle));
+  add(kEraserDouble, ButtonFunction(&LocalValues::eraserDouble));
+  add(kEraserDouble + kNameOffset, ButtonName(&LocalValues::eraserDouble, &Slots::OnEraserDouble));
+  add(kEraserLong, ButtonFunction(&LocalValues::eraserLong));
+  add(kEraserLong + kNameOffset, ButtonName(&LocalValues::eraserLong, &Slots::OnEraserLong));
+  add(kUpperSideSwitch, ButtonFunction(ButtonOf(&LocalValues::upperSideSwitch)));
+  add(kUpperSideSwitch + kNameOffset,
+      SideSwitchName(&LocalValues::upperSideSwitch, &Slots::OnUpperSideSwitch));
+  add(kUpperHoverClick, HoverClick(&LocalValues::upperSideSwitch, &Slots::OnUpperSideSwitch));
+  add(kLowerSideSwitch, ButtonFunction(ButtonOf(&LocalValues::lowerSideSwitch)));
+  add(kLowerSideSwitch + kNameOffset,
+      SideSwitchName(&LocalValues::lowerSideSwitch, &Slots::OnLowerSideSwitch));
+  add(kLowerHoverClick, HoverClick(&LocalValues::lowerSideSwitch, &Slots::OnLowerSideSwitch));
+
+  add(kPenAlertEnabled, Flag(&LocalValues::penAlertEnabled, &Slots::OnPenAlertEnabled));
+  add(kIsDockable, Feature(KORVUISD_FEATURE_DOCKABLE));
+  add(kPenDockPowerSaving, Flag(&LocalValues::penDockPowerSaving, &Slots::OnPenDockPowerSaving));
+  add(kAutoExecuteButton, ButtonFunction(&LocalValues::autoExecuteButton));
+  add(kAutoExecuteButton + kNameOffset,
+      ButtonName(&LocalValues::autoExecuteButton, &Slots::OnAutoExecuteButton));
+  add(kAutoUndockOptions,
+      FunctionOptions(&LocalValues::autoUndockOptions, &Slots::OnAutoUndockOptions));
+  add(kUndockedTimerWait, Integer(&LocalValues::undockedTimerWait, &Slots::OnUndockedTimerWait));
+  add(kPenIsDocked, DockState());
+  add(kPenGesturesEnabled, Flag(&LocalValues::penGesturesEnabled, &Slots::OnPenGesturesEnabled, 8));
+  add(kMagnifierEnabled, Flag(&LocalValues::magnifierEnabled, &Slots::OnMagnifierEnabled, 8));
+
+  add(kRadialZonesCount, ZonesCount(&LocalValues::radialZonesCount, 0));
+  add(kRadialZonesCount2, ZonesCount(&LocalValues::radialZonesCount2, 1));
+  add(kCenterRightClick, Flag(&LocalValues::centerRightClick, &Slots::OnCenterRightClick));
+  for (int32_t wedge = 0; wedge < kWedgeCount; ++wedge) {
+    const int32_t function = kFirstWedge + wedge * kWedgeStride;
+    add(function, ButtonFunction(Wedge(static_cast<size_t>(wedge))));
+    add(function + kNameOffset, WedgeName(static_cast<size_t>(wedge)));
+  }
+
+  add(kPenBatteryStatus, BatteryStatus());
+  add(kPenBatteryCharging, BatteryCharging());
+  add(kModuleBatteryStatus, BatteryStatus());
+  add(kModuleBatteryCharging, BatteryCharging());
+  add(kBatteryAlertDelay, Integer(&LocalValues::batteryAlertDelay, &Slots::OnBatteryAlertDelay));
+  add(kTiltSensitivity, Integer(&LocalValues::tiltSensitivity, &Slots::OnTiltSensitivity));
+  add(kPressureCurve, Integer(&LocalValues::pressureCurve, &Slots::OnPressureCurve));
+  add(kCapturedKeystrokesEntities, CapturedKeystrokesEntities());
+  add(kCapturedKeystrokes, CapturedKeystrokes());
+
+  add(kRunAppOptions, RunAppOptions());
+  add(kTopButtonSingleOptions,
+      FunctionOptions(&LocalValues::topButtonSingleOptions, &Slots::OnTopButtonSingleOptions));
+  add(kTopButtonDoubleOptions,
+      FunctionOptions(&LocalValues::topButtonDoubleOptions, &Slots::OnTopButtonDoubleOptions));
+  add(kTopButtonLongOptions,
+      FunctionOptions(&LocalValues::topButtonLongOptions, &Slots::OnTopButtonLongOptions));
+  add(kSideSwitchOptions,
+      FunctionOptions(&LocalValues::sideSwitchOptions, &Slots::OnSideSwitchOptions));
+  add(kRadialWedgeOptions,
+      FunctionOptions(&LocalValues::radialWedgeOptions, &Slots::OnRadialWedgeOptions));
+  add(kDisplayZoomMap, DisplayZoomMap());
+
+  add(kOpaqueModeSupported, Feature(KORVUISD_FEATURE_OPAQUE_MODE));
+  add(kOpaqueEnabledGlobal, Flag(&LocalValues::opaqueEnabledGlobal, &Slots::OnOpaqueEnabledGlobal));
+  add(kOpaqueInSetupGuide, Flag(&LocalValues::opaqueInSetupGuide, &Slots::OnOpaqueInSetupGuide));
+  add(kOpaqueRememberDisplay,
+      Flag(&LocalValues::opaqueRememberDisplay, &Slots::OnOpaqueRememberDisplay));
+  add(kMonitorOptions, MonitorOptions());
+  add(kOpaqueOrientation, TranslatedCode(&LocalValues::opaqueOrientation,
+                                         &Slots::OnOpaqueOrientation, OrientationFromService));
+  add(kOpaqueInputMode, TranslatedCode(&LocalValues::opaqueInputMode, &Slots::OnOpaqueInputMode,
+                                       InputModeFromService));
+  add(kOpaqueMapping,
+      TranslatedCode(&LocalValues::opaqueMapping, &Slots::OnOpaqueMapping, MappingFromService));
+  add(kOpaqueDisplayPath, DisplayPath());
+  return table;
+}
+
+}  // namespace
+
+const std::vector<HandlerEntry> g_settingHandlers = BuildHandlers();
+
+const SettingHandler* FindHandler(std::wstring_view key) {
+  const auto entry = std::ranges::find(g_settingHandlers, key, &HandlerEntry::key);
+  return entry == g_settingHandlers.end() ? nullptr : &entry->handler;
+}
+
+}  // namespace KorvuISD

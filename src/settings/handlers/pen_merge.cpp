@@ -1,0 +1,101 @@
+#include "settings/handlers/pen_merge.h"
+
+#include "settings/text_fields.h"
+
+namespace KorvuISD {
+namespace {
+
+template <class Field>
+bool Assign(Field& field, Field value) {
+  if (field == value) return false;
+  field = value;
+  return true;
+}
+
+void UpdateKnownPen(SettingsModel& model, PenInfo& pen) {
+  const PenStaging& staged = model.values.penStaging;
+  bool changed = false;
+  if (pen.penId[0] == L'\0') {
+    // A record that a battery or dock value made: now the pen itself has spoken.
+    SetField(pen.serialNumber, staged.serialNumber);
+    SetField(pen.penId, staged.penId);
+    pen.vendorId = staged.vendorId;
+    pen.penType = staged.penType;
+    changed = true;
+  }
+  changed |= Assign(pen.inProximity, staged.inProximity);
+  if (changed) model.Fire(&KorvuISD_Callbacks::OnPenInfo, &pen);
+}
+
+PenInfo NewPen(const LocalValues& values) {
+  const PenStaging& staged = values.penStaging;
+  PenInfo pen{};
+  SetField(pen.serialNumber, staged.serialNumber);
+  SetField(pen.penId, staged.penId);
+  pen.vendorId = staged.vendorId;
+  pen.penType = staged.penType;
+  pen.inProximity = staged.inProximity;
+  pen.batteryStatus = staged.batteryStatus;
+  SetField(pen.firmwareVersion, values.firmwareVersion);
+  pen.sensorId = values.sensorId;
+  // The dock is the tablet's: what one record says of it holds for all.
+  if (!values.pens.empty()) pen.docked = values.pens.begin()->second.docked;
+  return pen;
+}
+
+void ForgetStagedPen(PenStaging& staged) {
+  staged.vendorId = 0;
+  staged.penType = 0;
+  staged.inProximity = 0;
+  staged.penId.clear();
+}
+
+}  // namespace
+
+void MergePen(SettingsModel& model) {
+  LocalValues& values = model.values;
+  PenStaging& staged = values.penStaging;
+  if (staged.serialNumber.empty() || staged.penId.empty()) return;
+  const auto known = values.pens.find(staged.serialNumber);
+  if (known != values.pens.end()) {
+    UpdateKnownPen(model, known->second);
+    ForgetStagedPen(staged);
+  } else {
+    values.pens.emplace(staged.serialNumber, NewPen(values));
+    ForgetStagedPen(staged);
+    MergeModule(model);  // the module may have waited for this pen
+  }
+}
+
+bool MergeModule(SettingsModel& model) {
+  const ModuleStaging& staged = model.values.moduleStaging;
+  if (staged.serialNumber.empty() || staged.moduleId.empty()) return false;
+  if (model.apiVersion >= 3 && !staged.connected) return false;
+  const auto pen = model.values.pens.find(staged.serialNumber);
+  if (pen == model.values.pens.end()) return false;
+
+  KorvuISD_ModuleIdentity& module = pen->second.module;
+  bool changed = SetField(module.version, staged.version);
+  changed |= SetField(module.moduleId, staged.moduleId);
+  changed |= Assign(module.productId, staged.productId);
+  changed |= SetField(module.serialNumber, staged.serialNumber);
+  changed |= Assign(pen->second.moduleConnected, staged.connected);
+  if (changed) model.Fire(&KorvuISD_Callbacks::OnPenInfo, &pen->second);
+  return true;
+}
+
+PenInfo& CurrentPen(SettingsModel& model) {
+  LocalValues& values = model.values;
+  const bool isReported = !values.currentPenSerial.empty();
+  const std::wstring& serialNumber =
+      isReported ? values.currentPenSerial : values.penStaging.serialNumber;
+  const auto [pen, isNew] = values.pens.try_emplace(serialNumber);
+  if (isNew) {
+    pen->second.batteryStatus = values.penStaging.batteryStatus;
+    if (isReported) SetField(pen->second.serialNumber, serialNumber);
+    MergeModule(model);  // the module may have waited for this pen
+  }
+  return pen->second;
+}
+
+}  // namespace KorvuISD
