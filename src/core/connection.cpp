@@ -1,0 +1,209 @@
+// How the client's connection to the service comes and goes.
+//
+// A connection is two pipes and one sync thread. It is opened by an application thread
+// (KorvuISD_Connect) or by the sync thread that lost the one before, and always under g_apiMutex,
+// so there is at most one. Only its own sync thread closes it: until then the thread may use its
+// handles without a lock. Connections are numbered, so that a sync thread that is still trying to
+// reconnect notices when the application has connected meanwhile, and leaves.
+
+#include <algorithm>
+#include <ctime>
+#include <limits>
+#include <utility>
+
+#include "core/settings_client.h"
+#include "core/trace.h"
+#include "settings/handler_table.h"
+#include "transport/messages.h"
+#include "transport/sync_thread.h"
+
+namespace KorvuISD {
+namespace {
+
+constexpr DWORD kDuplexPipeWaitMs = 1000;
+
+double ElapsedMs(std::clock_t from, std::clock_t to) {
+  return static_cast<double>(to - from) * 1000.0 / CLOCKS_PER_SEC;
+}
+
+// Waits until an instance of the pipe is free. The budget counts the time inside WaitNamedPipeW
+// twice: once right after it and once, together with the sleep, at the head of the next round. So a
+// finite time-out ends early while the pipe exists and is busy; applications have tuned theirs to
+// that.
+bool WaitForPipe(const std::wstring& name, uint32_t timeoutMs, std::clock_t start) {
+  constexpr uint32_t kForever = std::numeric_limits<uint32_t>::max();
+  const double factor = timeoutMs > 0 && timeoutMs < kForever ? 1.0 : 0.0;
+  double budget = timeoutMs == 0 ? 1.0 : static_cast<double>(timeoutMs);
+  for (;;) {
+    const std::clock_t roundStart = std::clock();
+    budget = std::max(0.0, budget - ElapsedMs(start, roundStart) * factor);
+    const BOOL found = WaitNamedPipeW(name.c_str(), static_cast<DWORD>(budget));
+    const DWORD error = GetLastError();
+    if (found == TRUE) return true;
+    start = roundStart;
+    budget = std::max(0.0, budget - ElapsedMs(roundStart, std::clock()) * factor);
+    if (budget <= 0.0) {
+      if (found) return true;
+      Trace(L"Timed out waiting for Service send only pipe: %d.\r\n", error);
+      return false;
+    }
+    Sleep(static_cast<DWORD>(std::min(1000.0, budget)));
+  }
+}
+
+bool SetMessageReadMode(const PipeHandle& pipe) {
+  DWORD mode = PIPE_READMODE_MESSAGE;
+  if (SetNamedPipeHandleState(pipe.Get(), &mode, nullptr, nullptr)) return true;
+  Trace(L"Failed to transition to read mode.\r\n");
+  return false;
+}
+
+PipeHandle OpenPipe(const std::wstring& name, DWORD access) {
+  return PipeHandle(
+      CreateFileW(name.c_str(), access, 0, nullptr, OPEN_EXISTING, FILE_FLAG_OVERLAPPED, nullptr));
+}
+
+}  // namespace
+
+KorvuISD_Error SettingsClient::Connect(uint32_t timeoutMs, Reconnection* reconnection) {
+  const std::clock_t start = std::clock();
+  Trace(L"Connecting...\r\n");
+  if (isConnected && !reconnection) return KorvuISD_ErrorNone;
+  if (!WaitForPipe(sendOnlyPipeName, timeoutMs, start)) return KorvuISD_ErrorFailed;
+  if (reconnection) reconnection->foundService = true;
+
+  KorvuISD_Error result = KorvuISD_ErrorNone;
+  RunLocked([&]() REQUIRES(g_apiMutex) { OpenPipes(reconnection, result); });
+  return result;
+}
+
+void SettingsClient::OpenPipes(const Reconnection* reconnection, KorvuISD_Error& result) {
+  if (reconnection) {
+    // The application was quicker; its connection stands, with a sync thread of its own.
+    if (reconnection->lost != connection) return;
+    isConnected = false;
+    sendOnlyPipe.Reset();
+    duplexPipe.Reset();
+  } else if (isConnected) {
+    return;
+  }
+
+  PipeHandle sendOnly;
+  PipeHandle duplex;
+  if (!OpenBothPipes(sendOnly, duplex)) {
+    result = KorvuISD_ErrorFailed;
+    return;
+  }
+
+  // Whatever waited was meant for a service that is gone; the batch asks for all values afresh.
+  DiscardQueue();
+  sendOnlyPipe = std::move(sendOnly);
+  duplexPipe = std::move(duplex);
+  isConnected = true;
+  ResetEvent(sendEvent.Get());
+  EnqueueConnectionBatch();
+
+  if (StartSyncThread(shared_from_this(), connection + 1,
+                      reconnection ? reconnection->delayMs : 0)) {
+    ++connection;
+  } else {
+    // The pipes stay open: the service counts us as connected.
+    Trace(L"Failed to create sync thread.\r\n");
+    result = KorvuISD_ErrorFailed;
+  }
+}
+
+bool SettingsClient::OpenBothPipes(PipeHandle& sendOnly, PipeHandle& duplex) const {
+  // Writing attributes is what changing the read mode needs.
+  sendOnly = OpenPipe(sendOnlyPipeName, GENERIC_READ | FILE_WRITE_ATTRIBUTES);
+  if (!sendOnly.IsOpen()) {
+    Trace(L"Couldn't find Service send only pipe.\r\n");
+    return false;
+  }
+  if (!SetMessageReadMode(sendOnly)) return false;
+
+  if (!WaitNamedPipeW(duplexPipeName.c_str(), kDuplexPipeWaitMs)) {
+    const DWORD error = GetLastError();
+    Trace(L"Timed out waiting for Service duplex pipe: %d.\r\n", error);
+    // The handle stays open on this path: the service counts it as our place in the queue.
+    static_cast<void>(sendOnly.Release());
+    return false;
+  }
+  duplex = OpenPipe(duplexPipeName, GENERIC_READ | GENERIC_WRITE);
+  if (!duplex.IsOpen()) {
+    sendOnly.Reset();
+    Trace(L"Couldn't find Service duplex pipe.\r\n");
+    return false;
+  }
+  return SetMessageReadMode(duplex);
+}
+
+void SettingsClient::DiscardQueue() {
+  for (const std::wstring& message : outboundQueue) {
+    ManualCallbacks callbacks = manualRequests.Take(message);
+    // Answered by the next sync thread: manual callbacks run there, and outside the lock.
+    if (!callbacks.empty()) discardedRequests.push_back(std::move(callbacks));
+  }
+  outboundQueue = {};
+}
+
+void SettingsClient::EnqueueConnectionBatch() {
+  std::vector<std::wstring> batch;
+  batch.reserve(g_settingHandlers.size() + 1);
+  batch.emplace_back(kConnectionProbe);
+  for (const HandlerEntry& entry : g_settingHandlers) {
+    const auto contains = [&](std::wstring_view part) {
+      return entry.key.find(part) != std::wstring_view::npos;
+    };
+    if (contains(L"ButtonFunctionAppPath") || contains(L"ButtonFunctionKeystrokes")) continue;
+    batch.push_back(BuildValueRequest(entry.key));
+  }
+  RunLocked([&]() REQUIRES(g_apiMutex) { EnqueueMessage(batch); });
+}
+
+SettingsClient::Handles SettingsClient::HandlesOf(ConnectionNumber number) {
+  const MutexLock lock(g_apiMutex);
+  if (connection != number) return {};
+  return {sendOnlyPipe.Get(), duplexPipe.Get(), shutdownSignal.WaitHandle(), sendEvent.Get()};
+}
+
+bool SettingsClient::IsCurrent(ConnectionNumber number) {
+  const MutexLock lock(g_apiMutex);
+  return connection == number;
+}
+
+void SettingsClient::ReleasePipes(ConnectionNumber number) {
+  PipeHandle sendOnly;
+  PipeHandle duplex;
+  const MutexLock lock(g_apiMutex);
+  if (connection != number) return;
+  sendOnly = std::move(sendOnlyPipe);
+  duplex = std::move(duplexPipe);
+}
+
+void SettingsClient::CloseConnection(ConnectionNumber number) {
+  if (!IsCurrent(number)) return;
+  Trace(L"Shutting down...\r\n");
+  // From here on the call frame runs nothing for this client, so no other connection comes up
+  // unless it is coming up right now; then its thread closes it.
+  shuttingDown = true;
+  PipeHandle sendOnly;
+  PipeHandle duplex;
+  EventHandle shutdown;
+  EventHandle send;
+  {
+    const MutexLock lock(g_apiMutex);
+    if (connection != number) return;
+    isConnected = false;
+    sendOnly = std::move(sendOnlyPipe);
+    duplex = std::move(duplexPipe);
+    shutdown.Reset(shutdownSignal.Take());
+    send = std::move(sendEvent);
+  }
+  sendOnly.Reset();
+  duplex.Reset();
+  shutdown.Reset();
+  send.Reset();
+}
+
+}  // namespace KorvuISD

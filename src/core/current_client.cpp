@@ -1,0 +1,33 @@
+#include "core/current_client.h"
+
+#include "platform/mutex.h"
+
+namespace KorvuISD {
+namespace {
+
+LeafMutex clientMutex;
+
+// Made when the library is loaded, and not destroyed when the process exits: by then the system has
+// ended all other threads, wherever they were.
+std::shared_ptr<SettingsClient>& g_client GUARDED_BY(clientMutex) =
+    *new std::shared_ptr<SettingsClient>(std::make_shared<SettingsClient>(nullptr));
+
+}  // namespace
+
+std::shared_ptr<SettingsClient> CurrentClient() {
+  const MutexLock lock(clientMutex);
+  return g_client;
+}
+
+void ReplaceClient(const std::shared_ptr<SettingsClient>& old) {
+  auto fresh = std::make_shared<SettingsClient>(old.get());
+  const MutexLock lock(clientMutex);
+  if (g_client == old) g_client.swap(fresh);
+}
+
+void ReleaseClient() {
+  const MutexLock lock(clientMutex);
+  delete &g_client;
+}
+
+}  // namespace KorvuISD

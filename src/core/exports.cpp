@@ -1,0 +1,37 @@
+// The exports of the client itself. Each reads the current client once, and works on that.
+
+#include <algorithm>
+#include <cstdint>
+
+#include "KorvuTabletSettingsAPI.h"
+#include "core/current_client.h"
+#include "core/trace.h"
+
+using namespace KorvuISD;
+
+void KORVUISD_CALL KorvuISD_SetLogLevel(KorvuISD_LogLevel level) {
+  const auto client = CurrentClient();
+  client->RunLocked([&]() REQUIRES(g_apiMutex) { client->SetLogLevel(level); });
+}
+
+void KORVUISD_CALL KorvuISD_SetAPIVersion(int32_t version) {
+  // Only the upper end is clamped: a negative version opens what 0 opens.
+  const int32_t known = std::min<int32_t>(version, KORVUISD_API_VERSION_MAX);
+  CurrentClient()->SetAPIVersion(known);
+  Trace(L"Using API Version: %d.\r\n", known);
+}
+
+void KORVUISD_CALL KorvuISD_RegisterCallbacks(const KorvuISD_Callbacks* callbacks, void* context) {
+  const auto client = CurrentClient();
+  client->RunLocked([&]() REQUIRES(g_apiMutex) { client->AddCallbacks(callbacks, context); });
+}
+
+KorvuISD_Error KORVUISD_CALL KorvuISD_Connect(uint32_t timeoutMs) {
+  return CurrentClient()->Connect(timeoutMs);
+}
+
+void KORVUISD_CALL KorvuISD_Shutdown() {
+  const auto old = CurrentClient();
+  ReplaceClient(old);
+  old->StopAndWait();
+}

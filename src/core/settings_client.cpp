@@ -1,0 +1,76 @@
+#include "core/settings_client.h"
+
+#include <algorithm>
+#include <exception>
+#include <utility>
+
+#include "core/trace.h"
+#include "settings/handler_table.h"
+#include "settings/number_conversion.h"
+
+namespace KorvuISD {
+namespace {
+
+// The service of each Windows session has pipes of its own.
+std::wstring PipeName(std::wstring_view prefix) {
+  DWORD session = 0;
+  if (!ProcessIdToSessionId(GetCurrentProcessId(), &session)) session = 0;
+  return std::wstring(prefix) + UnsignedDecimal(session);
+}
+
+}  // namespace
+
+SettingsClient::SettingsClient(const SettingsClient* predecessor)
+    : logLevel(predecessor ? predecessor->logLevel.load() : KorvuISD_LogLevelOff),
+      sendOnlyPipeName(PipeName(LR"(\\.\pipe\KorvuSettingsSyncherSendOnly_)")),
+      duplexPipeName(PipeName(LR"(\\.\pipe\KorvuSettingsSyncher_)")),
+      sendEvent(CreateManualResetEvent()) {
+  if (predecessor) model.apiVersion = predecessor->APIVersion();
+}
+
+void SettingsClient::StopAndWait() {
+  // The sync thread is nobody's to join; that the event is gone tells that it is through.
+  while (shutdownSignal.Signal()) Sleep(100);
+  const MutexLock lock(g_apiMutex);
+}
+
+void SettingsClient::SetLogLevel(KorvuISD_LogLevel level) {
+  const KorvuISD_LogLevel previous = logLevel.exchange(level);
+  const bool wasOn = previous != KorvuISD_LogLevelOff;
+  const bool isOn = level != KorvuISD_LogLevelOff;
+  if (isOn && !wasOn) StartTracing();
+  if (wasOn && !isOn) StopTracing();
+}
+
+void SettingsClient::DispatchValue(std::wstring_view key, const std::wstring& value) {
+  try {
+    UpdateLocal(key, value);
+  } catch (const std::exception& failure) {
+    Trace(L"SyncThread: dropped the value of %s: %hs.\r\n", std::wstring(key).c_str(),
+          failure.what());
+  }
+}
+
+void SettingsClient::UpdateLocal(std::wstring_view key, const std::wstring& value) {
+  const SettingHandler* const handler = FindHandler(key);
+  if (!handler) return;
+  const auto work = [&] { (*handler)(model, value); };
+  RunLocked(std::ref(work));
+}
+
+KorvuISD_Error SettingsClient::EndKeyCapture(wchar_t* buffer, uint64_t codeUnits) {
+  const std::vector<wchar_t> held = std::exchange(model.values.capturedKeystrokes, {});
+  if (held.empty()) {
+    if (codeUnits > 0) buffer[0] = L'\0';
+    return KorvuISD_ErrorNone;
+  }
+  if (held.size() > codeUnits) {
+    // The sequence is lost: whoever asks again with a larger buffer would get an old one.
+    Trace(L"Key capture buffer too small.\r\n");
+    return KorvuISD_ErrorFailed;
+  }
+  std::ranges::copy(held, buffer);
+  return KorvuISD_ErrorNone;
+}
+
+}  // namespace KorvuISD

@@ -1,0 +1,49 @@
+// One request on the duplex pipe, and the service's reply to it.
+#pragma once
+
+#include <windows.h>
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "core/settings_client.h"
+#include "platform/pending_io.h"
+#include "transport/messages.h"
+
+namespace KorvuISD {
+
+// Belongs to the sync thread of one connection. There is never more than one request outstanding.
+class Exchange {
+ public:
+  explicit Exchange(SettingsClient& client) : client(client) {}
+
+  static constexpr size_t kFailed = static_cast<size_t>(-1);
+
+  // Sends the front message of the queue, if there is one, and deals with the reply. Returns the
+  // number of messages left in the queue, or kFailed: then the connection is lost.
+  size_t SendJSON(HANDLE duplexPipe);
+
+  // Ends what still runs on the pipe, so that the pipe can be closed.
+  void Withdraw();
+
+  // Has the service accepted the connection probe?
+  bool ProbeAccepted() const { return probeAccepted; }
+
+ private:
+  // Both trace what went wrong. An empty reply is none.
+  bool Write(HANDLE duplexPipe, std::wstring message);
+  std::wstring ReceiveAck(HANDLE duplexPipe);
+
+  // Does what the reply asks for. False if it fails the exchange; `replyValue` is what a manual
+  // request is told.
+  bool Judge(const std::wstring& sent, const std::wstring& reply, std::wstring& replyValue);
+
+  SettingsClient& client;
+  // Lives as long as the connection: a write or read that was given up goes on until the pipe is
+  // closed, and its reply may still come.
+  PendingIo io;
+  bool probeAccepted = false;
+};
+
+}  // namespace KorvuISD

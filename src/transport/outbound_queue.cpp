@@ -1,0 +1,50 @@
+// The queue of messages to the service: any thread appends, the sync thread takes.
+
+#include <utility>
+
+#include "core/settings_client.h"
+
+namespace KorvuISD {
+
+void SettingsClient::EnqueueMessage(std::wstring message) {
+  outboundQueue.push_back(std::move(message));
+  SetEvent(sendEvent.Get());
+}
+
+void SettingsClient::EnqueueMessage(std::vector<std::wstring>& messages) {
+  for (std::wstring& message : messages) outboundQueue.push_back(std::move(message));
+  SetEvent(sendEvent.Get());
+}
+
+void SettingsClient::SendManual(const wchar_t* message, void* context,
+                                ManualReplyCallback callback) {
+  if (APIVersion() < KORVUISD_API_VERSION_MAX) return;
+  std::wstring text = message;
+  RunLocked([&]() REQUIRES(g_apiMutex) { manualRequests.Register(text, context, callback); });
+  RunLocked([&]() REQUIRES(g_apiMutex) { EnqueueMessage(std::move(text)); });
+}
+
+SettingsClient::Outgoing SettingsClient::TakeMessage() {
+  Outgoing outgoing;
+  RunLocked([&]() REQUIRES(g_apiMutex) {
+    if (outboundQueue.empty()) return;
+    outgoing.hasMessage = true;
+    outgoing.message = std::move(outboundQueue.front());
+    outboundQueue.pop_front();
+    outgoing.messagesLeft = outboundQueue.size();
+    outgoing.manualCallbacks = manualRequests.Take(outgoing.message);
+  });
+  return outgoing;
+}
+
+ManualRequests::All SettingsClient::TakeManualRequests() {
+  const MutexLock lock(g_apiMutex);
+  return manualRequests.TakeAll();
+}
+
+std::vector<ManualCallbacks> SettingsClient::TakeDiscardedRequests() {
+  const MutexLock lock(g_apiMutex);
+  return std::exchange(discardedRequests, {});
+}
+
+}  // namespace KorvuISD

@@ -1,0 +1,263 @@
+// The thread waits for three events in this order of priority: shutdown, a message to send, an
+// announcement that has arrived. It holds no lock while it waits or talks to the pipes.
+//
+// At the head of every turn a read of the send-only pipe is started anew. One that is still pending
+// from an earlier turn is withdrawn first, because two reads must not share a buffer; one that
+// turns out to have finished keeps its place instead, or its announcement would be lost.
+//
+// Any failure but a malformed message ends the connection. The thread then answers the manual
+// requests, closes the pipes and reconnects until it succeeds; the new connection has a thread of
+// its own, and this one ends.
+
+#include "transport/sync_thread.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <utility>
+
+#include "core/trace.h"
+#include "platform/module_reference.h"
+#include "platform/pending_io.h"
+#include "transport/exchange.h"
+#include "transport/messages.h"
+
+namespace KorvuISD {
+namespace {
+
+constexpr DWORD kReconnectTimeoutMs = 30000;
+constexpr DWORD kFirstDelayMs = 100;
+constexpr DWORD kLongestDelayMs = 5000;
+constexpr DWORD kCouldNotStart = 0xFFFFFFFF;
+
+DWORD NextDelay(DWORD delayMs) {
+  return std::clamp(2 * delayMs, kFirstDelayMs, kLongestDelayMs);
+}
+
+class SyncThread {
+ public:
+  SyncThread(SettingsClient& client, ConnectionNumber number, DWORD previousDelayMs)
+      : client(client), number(number), previousDelayMs(previousDelayMs), exchange(client) {}
+
+  DWORD Run();
+
+ private:
+  enum class Turn { kNext, kShutdown, kLost };
+  enum WaitIndex : DWORD { kShutdownIndex, kSendIndex, kReadIndex, kWaitCount };
+
+  Turn TakeTurn();
+  bool StartRead();
+  Turn Send();
+  Turn Receive();
+  void Announce();
+
+  DWORD Close();
+  DWORD Reconnect();
+  void Disconnect();
+
+  SettingsClient& client;
+  const ConnectionNumber number;
+  const DWORD previousDelayMs;
+  SettingsClient::Handles handles;
+  PendingIo read;
+  std::wstring message;  // the announcement that is being assembled
+  Exchange exchange;
+};
+
+DWORD SyncThread::Run() {
+  for (const ManualCallbacks& callbacks : client.TakeDiscardedRequests()) {
+    AnswerManualRequest(callbacks, {}, {});
+  }
+
+  EventHandle readEvent = CreateManualResetEvent();
+  if (!readEvent.IsOpen()) {
+    const DWORD error = GetLastError();
+    Trace(L"SyncThread: read event is NULL: %d.\r\n", error);
+    return kCouldNotStart;
+  }
+  read.UseEvent(std::move(readEvent));
+  handles = client.HandlesOf(number);
+  if (handles.sendOnlyPipe == INVALID_HANDLE_VALUE) {
+    Trace(L"SyncThread: no connection.\r\n");
+    return kCouldNotStart;
+  }
+
+  for (;;) {
+    switch (TakeTurn()) {
+      case Turn::kNext:
+        break;
+      case Turn::kShutdown:
+        return Close();
+      case Turn::kLost:
+        return Reconnect();
+    }
+  }
+}
+
+SyncThread::Turn SyncThread::TakeTurn() {
+  Trace(L"SyncThread: read start.\r\n");
+  if (!StartRead()) return Turn::kLost;
+
+  const std::array<HANDLE, kWaitCount> events = {handles.shutdownEvent, handles.sendEvent,
+                                                 read.Event()};
+  // Without limit: the service, a setter or the shutdown ends it.
+  const DWORD waited = WaitForMultipleObjects(kWaitCount, events.data(), FALSE, INFINITE);
+  switch (waited) {
+    case WAIT_OBJECT_0 + kShutdownIndex:
+      Trace(L"SyncThread: shutdown event.\r\n");
+      return Turn::kShutdown;
+    case WAIT_OBJECT_0 + kSendIndex:
+      return Send();
+    case WAIT_OBJECT_0 + kReadIndex:
+      return Receive();
+    default: {
+      const DWORD error = GetLastError();
+      if (waited != WAIT_FAILED) Trace(L"SyncThread: wait failed: %d %d.\r\n", waited, error);
+      Trace(L"SyncThread: lost connection.\r\n");
+      return Turn::kLost;
+    }
+  }
+}
+
+bool SyncThread::StartRead() {
+  read.Withdraw();
+  if (read.IsUnderway()) return true;  // it finished first; its event is signalled
+
+  DWORD error = ERROR_SUCCESS;
+  switch (read.StartRead(handles.sendOnlyPipe, error)) {
+    case PendingIo::Start::kDone:
+      if (SetEvent(read.Event())) return true;
+      error = GetLastError();
+      Trace(L"SyncThread: failed to set read event: %d.\r\n", error);
+      return false;
+    case PendingIo::Start::kPending:
+      return true;
+    case PendingIo::Start::kFailed:
+      Trace(L"SyncThread: read failed without pending: %d.\r\n", error);
+      return false;
+  }
+  return false;
+}
+
+SyncThread::Turn SyncThread::Send() {
+  Trace(L"SyncThread: send message to driver.\r\n");
+  // Reset before the queue is looked at: a message that comes in between signals again.
+  if (!ResetEvent(handles.sendEvent)) {
+    const DWORD error = GetLastError();
+    Trace(L"SyncThread: failed to reset send event: %d.\r\n", error);
+    return Turn::kLost;
+  }
+  const size_t messagesLeft = exchange.SendJSON(handles.duplexPipe);
+  if (messagesLeft == Exchange::kFailed) return Turn::kLost;
+  if (messagesLeft > 0 && !SetEvent(handles.sendEvent)) {
+    const DWORD error = GetLastError();
+    Trace(L"SyncThread: failed to set send event: %d.\r\n", error);
+    return Turn::kLost;
+  }
+  return Turn::kNext;
+}
+
+SyncThread::Turn SyncThread::Receive() {
+  const PendingIo::End end = read.Finish();
+  const bool isComplete = end.error == ERROR_SUCCESS;
+  if (!isComplete && end.error != ERROR_MORE_DATA) {
+    Trace(L"SyncThread: read failed: %d.\r\n", end.error);
+    return Turn::kLost;
+  }
+  if (!ResetEvent(read.Event())) {
+    const DWORD error = GetLastError();
+    Trace(L"SyncThread: failed to reset recv event: %d.\r\n", error);
+    return Turn::kLost;
+  }
+  message.append(read.Piece(end.byteCount));
+  Trace(L"SyncThread: read %d bytes; message %s.\r\n", end.byteCount, message.c_str());
+  if (isComplete) {
+    Announce();
+    message.clear();
+  }
+  return Turn::kNext;
+}
+
+void SyncThread::Announce() {
+  const Announcement announcement = ParseAnnouncement(message);
+  if (!announcement.isValid) {
+    const MessageMarks& marks = announcement.marks;
+    Trace(
+        L"SyncThread: invalid message format: start@%d, sep@%d, end@%d, keyLen %d, valLen %d.\r\n",
+        marks.start, marks.separator, marks.end, marks.keyLength, marks.valueLength);
+    return;
+  }
+  const std::wstring key(announcement.key);
+  const std::wstring value(announcement.value);
+  Trace(L"SyncThread: parsed key %s; parsed value %s.\r\n", key.c_str(), value.c_str());
+  client.DispatchValue(key, value);
+}
+
+DWORD SyncThread::Close() {
+  Disconnect();
+  client.CloseConnection(number);
+  return 0;
+}
+
+DWORD SyncThread::Reconnect() {
+  Disconnect();
+  client.ReleasePipes(number);
+  for (const auto& [message, callbacks] : client.TakeManualRequests()) {
+    AnswerManualRequest(callbacks, {}, {});
+  }
+
+  // A service that never accepts the probe must not be stormed with connections.
+  Reconnection reconnection{number, exchange.ProbeAccepted() ? 0 : NextDelay(previousDelayMs)};
+  while (client.IsCurrent(number)) {
+    if (reconnection.delayMs > 0) client.Shutdown().Pause(reconnection.delayMs);
+    if (client.Shutdown().IsSignalled()) {
+      client.CloseConnection(number);
+      return 0;
+    }
+    reconnection.foundService = false;
+    if (client.Connect(kReconnectTimeoutMs, &reconnection) == KorvuISD_ErrorNone) return 0;
+    reconnection.delayMs = reconnection.foundService ? NextDelay(reconnection.delayMs) : 0;
+  }
+  return 0;  // the application has connected meanwhile; that connection has its own thread
+}
+
+// Ends all I/O of this thread, so that its memory and then the pipes can go.
+void SyncThread::Disconnect() {
+  read.Withdraw();
+  read.CloseEvent();
+  exchange.Withdraw();
+}
+
+struct ThreadStart {
+  std::shared_ptr<SettingsClient> client;
+  ConnectionNumber number;
+  DWORD previousDelayMs;
+  ModuleReference library;
+};
+
+DWORD RunAndRelease(std::unique_ptr<ThreadStart> start) {
+  SyncThread thread(*start->client, start->number, start->previousDelayMs);
+  return thread.Run();
+}
+
+DWORD WINAPI SyncThreadMain(void* parameter) {
+  std::unique_ptr<ThreadStart> start(static_cast<ThreadStart*>(parameter));
+  ModuleReference library = std::move(start->library);
+  const DWORD status = RunAndRelease(std::move(start));
+  ModuleReference::EndThread(std::move(library), status);
+}
+
+}  // namespace
+
+bool StartSyncThread(std::shared_ptr<SettingsClient> client, ConnectionNumber number,
+                     DWORD previousDelayMs) {
+  auto start = std::make_unique<ThreadStart>(
+      ThreadStart{std::move(client), number, previousDelayMs, ModuleReference()});
+  const HANDLE thread = CreateThread(nullptr, 0, SyncThreadMain, start.get(), 0, nullptr);
+  if (!thread) return false;
+  start.release();
+  CloseHandle(thread);  // nobody joins it
+  return true;
+}
+
+}  // namespace KorvuISD
