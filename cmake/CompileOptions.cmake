@@ -8,30 +8,40 @@ if(MSVC)
 else()
   target_compile_options(korvu_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Werror)
 endif()
+if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+  target_compile_options(korvu_options INTERFACE -Wthread-safety)
+endif()
 target_compile_definitions(korvu_options INTERFACE UNICODE _UNICODE _WIN32_WINNT=0x0601 WIN32_LEAN_AND_MEAN)
+
+string(REPLACE "-O3" "-O2" CMAKE_C_FLAGS_RELEASE "${CMAKE_C_FLAGS_RELEASE}")
+string(REPLACE "-O3" "-O2" CMAKE_CXX_FLAGS_RELEASE "${CMAKE_CXX_FLAGS_RELEASE}")
 
 # The same bytes whatever the folder and the day.
 if(NOT MSVC)
   add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}=. -ffile-prefix-map=${PROJECT_BINARY_DIR}=./build)
 endif()
+
 if(MINGW)
-  add_link_options(-Wl,--no-insert-timestamp)
   # Random addresses in the whole 64-bit space, and no execution of data.
-  add_link_options(-Wl,--dynamicbase -Wl,--high-entropy-va -Wl,--nxcompat)
-endif()
+  add_link_options(-Wl,--no-insert-timestamp -Wl,--dynamicbase -Wl,--high-entropy-va -Wl,--nxcompat)
 
-string(REPLACE "-O3" "-O2" CMAKE_C_FLAGS_RELEASE "${CMAKE_C_FLAGS_RELEASE}")
-string(REPLACE "-O3" "-O2" CMAKE_CXX_FLAGS_RELEASE "${CMAKE_CXX_FLAGS_RELEASE}")
+  if(CMAKE_BUILD_TYPE STREQUAL "Debug")
+    add_compile_definitions(_GLIBCXX_ASSERTIONS)
+    # Trapping: there is no runtime for this target that could print a report.
+    add_compile_options(-fsanitize=undefined -fsanitize-undefined-trap-on-error)
+  endif()
 
-if(MINGW AND CMAKE_BUILD_TYPE STREQUAL "Debug")
-  add_compile_definitions(_GLIBCXX_ASSERTIONS)
-  # Trapping: there is no runtime for this target that could print a report.
-  add_compile_options(-fsanitize=undefined -fsanitize-undefined-trap-on-error)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    # Symbols for Windows debuggers: a .pdb beside each file, known to it by its bare name.
+    add_compile_options(-g -gcodeview)
+    add_link_options(-s -Wl,--pdb= -Wl,-Xlink=-pdbaltpath:%_PDB%)
+    link_libraries(winpthread)  # which GCC's driver adds by itself
+  endif()
 endif()
 
 # korvu_split_debug_file(TARGET): moves a release build's symbols into TARGET's file plus ".debug".
 function(korvu_split_debug_file target)
-  if(NOT MINGW OR NOT CMAKE_BUILD_TYPE STREQUAL "Release")
+  if(NOT MINGW OR NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU" OR NOT CMAKE_BUILD_TYPE STREQUAL "Release")
     return()
   endif()
   target_compile_options(${target} PRIVATE -g)

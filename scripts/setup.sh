@@ -4,12 +4,17 @@ set -euo pipefail
 
 packages=(
   ca-certificates
+  clang
+  clang-format
+  clang-tidy
   cmake
   g++
   g++-mingw-w64-x86-64-posix
   googletest
   libcli11-dev
   libfmt-dev
+  lld
+  llvm
   make
   ninja-build
   nlohmann-json3-dev

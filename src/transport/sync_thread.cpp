@@ -255,7 +255,7 @@ bool StartSyncThread(std::shared_ptr<SettingsClient> client, ConnectionNumber nu
       ThreadStart{std::move(client), number, previousDelayMs, ModuleReference()});
   const HANDLE thread = CreateThread(nullptr, 0, SyncThreadMain, start.get(), 0, nullptr);
   if (!thread) return false;
-  start.release();
+  static_cast<void>(start.release());  // the thread has it now
   CloseHandle(thread);  // nobody joins it
   return true;
 }
