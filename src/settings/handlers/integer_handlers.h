@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 
 #include "settings/settings_model.h"
 
@@ -12,8 +13,11 @@ using ValueSlot = KorvuISD_ValueCallback KorvuISD_Callbacks::*;
 
 SettingHandler Integer(IntegerField field, ValueSlot slot);
 
+// At every API version, the negative ones included.
+constexpr int32_t kAnyApiVersion = std::numeric_limits<int32_t>::min();
+
 // Stored as 0 or 1. Below `leastApiVersion` nothing happens.
-SettingHandler Flag(IntegerField field, ValueSlot slot, int32_t leastApiVersion = 0);
+SettingHandler Flag(IntegerField field, ValueSlot slot, int32_t leastApiVersion = kAnyApiVersion);
 
 // Codes of the service, stored as this library's numbers; -1 stands for a code without one. The
 // value -1 itself is ignored.
