@@ -1,0 +1,44 @@
+// What most integration tests start with: the library, loaded, and callbacks that remember.
+#pragma once
+
+#include <gmock/gmock.h>
+
+#include <map>
+#include <string>
+
+#include "support/callback_recorder.h"
+#include "support/expected_settings.h"
+#include "support/import_hooks.h"
+#include "support/library.h"
+#include "support/scripted_service.h"
+#include "support/trace_recorder.h"
+
+namespace support {
+
+class IntegrationTest : public testing::Test {
+ protected:
+  // The test process ends without a shutdown, as an application may; a test that wants one calls
+  // it.
+  static const std::wstring& Key(int index) {
+    static const std::map<int, std::wstring> keys = expected::SettingKeys();
+    return keys.at(index);
+  }
+
+  // API version 9, all callbacks under `context`, connected, and the batch answered.
+  void ConnectTo(ScriptedService& service, void* context = Context(1)) {
+    library.KorvuISD_SetAPIVersion(9);
+    Register(context);
+    ASSERT_EQ(library.KorvuISD_Connect(10000), KorvuISD_ErrorNone);
+    service.WaitForBatch();
+  }
+
+  void Register(void* context) {
+    const KorvuISD_Callbacks all = CallbackRecorder::All();
+    library.KorvuISD_RegisterCallbacks(&all, context);
+  }
+
+  Library library;
+  CallbackRecorder& recorder = CallbackRecorder::Instance();
+};
+
+}  // namespace support

@@ -1,0 +1,34 @@
+#include "integration/settings/key_cases.h"
+
+#include <string_view>
+
+namespace settings_test {
+
+void PrintTo(const KeyCase& keyCase, std::ostream* out) {
+  *out << NameOfKey(keyCase.index);
+}
+
+std::string NameOfKey(int index) {
+  std::wstring key = expected::SettingKeys().at(index);
+  const std::wstring_view root = L"ComponentsDriver\\\\";
+  if (key.starts_with(root)) key.erase(0, root.size());
+  std::string name;
+  for (const wchar_t unit : key) {
+    if (unit != L'\\') {
+      name += static_cast<char>(unit);
+    } else if (!name.ends_with('_')) {
+      name += '_';
+    }
+  }
+  return name;
+}
+
+std::vector<KeyCase> AllKeyCases() {
+  std::vector<KeyCase> cases;
+  for (const auto& family : {NumberCases(), ButtonCases(), PenCases(), TextCases()}) {
+    cases.insert(cases.end(), family.begin(), family.end());
+  }
+  return cases;
+}
+
+}  // namespace settings_test

@@ -1,0 +1,67 @@
+#include "core/current_client.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <memory>
+#include <thread>
+#include <vector>
+
+using namespace KorvuISD;
+
+namespace {
+
+TEST(CurrentClient, IsThereFromTheStartAndStaysTheSame) {
+  const auto client = CurrentClient();
+  ASSERT_NE(client, nullptr);
+  EXPECT_EQ(CurrentClient(), client);
+}
+
+TEST(CurrentClient, IsReplacedByAFreshOneWithItsVersion) {
+  const auto old = CurrentClient();
+  old->SetAPIVersion(7);
+  ReplaceClient(old);
+  const auto fresh = CurrentClient();
+  EXPECT_NE(fresh, old);
+  EXPECT_EQ(fresh->APIVersion(), 7);
+}
+
+// Two threads shut down the same client: the second must not take the fresh one away.
+TEST(CurrentClient, IsReplacedOnceHoweverManyAskForIt) {
+  const auto old = CurrentClient();
+  ReplaceClient(old);
+  const auto fresh = CurrentClient();
+  ReplaceClient(old);
+  EXPECT_EQ(CurrentClient(), fresh);
+}
+
+TEST(CurrentClient, OutlivesItsReplacementWhileSomebodyUsesIt) {
+  auto old = CurrentClient();
+  old->SetAPIVersion(3);
+  const std::weak_ptr<SettingsClient> watched = old;
+  ReplaceClient(old);
+  CurrentClient()->SetAPIVersion(4);
+  EXPECT_EQ(old->APIVersion(), 3);
+  old.reset();
+  EXPECT_TRUE(watched.expired());
+}
+
+TEST(CurrentClient, IsReadWhileItIsReplaced) {
+  std::vector<std::thread> threads;
+  std::atomic<bool> isOver = false;
+  CurrentClient()->SetAPIVersion(5);
+  std::atomic<bool> sawWrong = false;
+  for (int thread = 0; thread < 3; ++thread) {
+    threads.emplace_back([&] {
+      while (!isOver) {
+        if (CurrentClient()->APIVersion() != 5) sawWrong = true;
+      }
+    });
+  }
+  for (int i = 0; i < 500; ++i) ReplaceClient(CurrentClient());
+  isOver = true;
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_FALSE(sawWrong);
+}
+
+}  // namespace

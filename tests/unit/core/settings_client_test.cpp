@@ -1,0 +1,96 @@
+// A client without a connection: what a fresh one starts with.
+
+#include "core/settings_client.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+using namespace KorvuISD;
+
+namespace {
+
+const std::wstring kTiltKey = LR"(ComponentsDriver\\PenHandler\\PenTransducer\\TiltSensitivity)";
+
+std::vector<int32_t> received;
+
+// Records the tilt sensitivity.
+KorvuISD_Callbacks TiltCallbacks() {
+  KorvuISD_Callbacks callbacks{};
+  callbacks.OnTiltSensitivity = [](void*, int32_t value) { received.push_back(value); };
+  return callbacks;
+}
+
+void Register(SettingsClient& client) {
+  const KorvuISD_Callbacks callbacks = TiltCallbacks();
+  client.RunLocked([&]() REQUIRES(g_apiMutex) { client.AddCallbacks(&callbacks, nullptr); });
+}
+
+TEST(FreshClient, IsNotConnectedAndHasNothingToSend) {
+  const auto client = std::make_shared<SettingsClient>(nullptr);
+  EXPECT_EQ(client->APIVersion(), 0);
+  EXPECT_FALSE(client->TakeMessage().hasMessage);
+  EXPECT_TRUE(client->TakeManualRequests().empty());
+  EXPECT_TRUE(client->TakeDiscardedRequests().empty());
+  EXPECT_FALSE(client->Shutdown().IsSignalled());
+  EXPECT_EQ(client->HandlesOf(1).sendOnlyPipe, INVALID_HANDLE_VALUE);
+}
+
+TEST(FreshClient, TakesTheVersionOfItsPredecessor) {
+  SettingsClient old(nullptr);
+  old.SetAPIVersion(-5);
+  EXPECT_EQ(SettingsClient(&old).APIVersion(), -5);
+}
+
+TEST(FreshClient, TakesNoQueueOfItsPredecessor) {
+  SettingsClient old(nullptr);
+  old.RunLocked([&]() REQUIRES(g_apiMutex) { old.EnqueueMessage(L"message"); });
+  SettingsClient fresh(&old);
+  EXPECT_FALSE(fresh.TakeMessage().hasMessage);
+  EXPECT_EQ(old.TakeMessage().message, L"message");
+}
+
+TEST(FreshClient, TakesNoManualRequestsOfItsPredecessor) {
+  SettingsClient old(nullptr);
+  old.SetAPIVersion(9);
+  old.SendManual(L"request", nullptr, [](void*, const wchar_t*, size_t*, size_t) {});
+  SettingsClient fresh(&old);
+  EXPECT_TRUE(fresh.TakeManualRequests().empty());
+  EXPECT_EQ(old.TakeManualRequests().size(), 1u);
+}
+
+TEST(FreshClient, TakesNoRegistrationsOfItsPredecessor) {
+  received.clear();
+  SettingsClient old(nullptr);
+  Register(old);
+  SettingsClient fresh(&old);
+  fresh.DispatchValue(kTiltKey, L"4");
+  EXPECT_TRUE(received.empty());
+  old.DispatchValue(kTiltKey, L"4");
+  EXPECT_EQ(received, std::vector<int32_t>({4}));
+}
+
+TEST(FreshClient, TakesNoValuesOfItsPredecessor) {
+  received.clear();
+  SettingsClient old(nullptr);
+  old.DispatchValue(kTiltKey, L"4");
+  SettingsClient fresh(&old);
+  Register(fresh);
+  fresh.DispatchValue(kTiltKey, L"4");
+  fresh.DispatchValue(kTiltKey, L"4");
+  EXPECT_EQ(received, std::vector<int32_t>({4}));
+}
+
+TEST(ConnectionNumber, OfAnotherConnectionReachesNothing) {
+  SettingsClient client(nullptr);
+  EXPECT_FALSE(client.IsCurrent(1));
+  // Neither touches a client whose connection this is not.
+  client.ReleasePipes(1);
+  client.CloseConnection(1);
+  bool ran = false;
+  client.RunLocked([&] { ran = true; });
+  EXPECT_TRUE(ran);
+  EXPECT_FALSE(client.Shutdown().IsSignalled());
+}
+
+}  // namespace
