@@ -1,0 +1,10 @@
+// The text of catalogue.json; the build makes its definition.
+#pragma once
+
+#include <string_view>
+
+namespace SettingsService {
+
+extern const std::string_view kCatalogueJson;
+
+}  // namespace SettingsService

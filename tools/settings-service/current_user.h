@@ -1,0 +1,26 @@
+// Access for the user who runs the service, and for nobody else.
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+
+namespace SettingsService {
+
+class CurrentUserOnly {
+ public:
+  // Throws ServiceFailure.
+  CurrentUserOnly();
+
+  SECURITY_ATTRIBUTES* Get() { return &attributes; }
+
+ private:
+  struct LocalFreer {
+    void operator()(void* memory) const { LocalFree(memory); }
+  };
+
+  std::unique_ptr<void, LocalFreer> descriptor;
+  SECURITY_ATTRIBUTES attributes{};
+};
+
+}  // namespace SettingsService

@@ -1,0 +1,105 @@
+#include "files.h"
+
+#include <windows.h>
+
+#include <array>
+
+#include <fmt/format.h>
+
+#include "platform/unique_handle.h"
+#include "system_error.h"
+#include "text.h"
+
+namespace SettingsService {
+namespace {
+
+using FileHandle = KorvuISD::UniqueHandle<KorvuISD::FileHandleTraits>;
+
+// Far more than a store or a script that is meant as one.
+constexpr size_t kLargestFile = size_t{16} * 1024 * 1024;
+constexpr int kMostSetAside = 1000;
+
+FileHandle OpenToRead(const std::string& name) {
+  return FileHandle(CreateFileW(ToWide(name).c_str(), GENERIC_READ,
+                                FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                                FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
+std::string ReadAll(const FileHandle& file, const std::string& name) {
+  std::string text;
+  std::array<char, 16384> piece;
+  for (;;) {
+    DWORD byteCount = 0;
+    if (!ReadFile(file.Get(), piece.data(), static_cast<DWORD>(piece.size()), &byteCount,
+                  nullptr)) {
+      const DWORD error = GetLastError();
+      FailWith("cannot read " + name, error);
+    }
+    if (byteCount == 0) return text;
+    text.append(piece.data(), byteCount);
+    if (text.size() > kLargestFile) throw ServiceFailure("cannot read " + name + ": too large");
+  }
+}
+
+void WriteAndFlush(const std::string& name, std::string_view text) {
+  const FileHandle file(CreateFileW(ToWide(name).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr));
+  DWORD error = file.IsOpen() ? ERROR_SUCCESS : GetLastError();
+  if (error != ERROR_SUCCESS) FailWith("cannot write " + name, error);
+
+  DWORD byteCount = 0;
+  const bool isWritten =
+      WriteFile(file.Get(), text.data(), static_cast<DWORD>(text.size()), &byteCount, nullptr) &&
+      FlushFileBuffers(file.Get());
+  error = isWritten ? ERROR_SUCCESS : GetLastError();
+  if (error != ERROR_SUCCESS) FailWith("cannot write " + name, error);
+}
+
+}  // namespace
+
+std::optional<std::string> ReadFileIfPresent(const std::string& name) {
+  const FileHandle file = OpenToRead(name);
+  if (!file.IsOpen()) {
+    const DWORD error = GetLastError();
+    if (error == ERROR_FILE_NOT_FOUND) return std::nullopt;
+    FailWith("cannot open " + name, error);
+  }
+  return ReadAll(file, name);
+}
+
+std::string ReadWholeFile(const std::string& name) {
+  const FileHandle file = OpenToRead(name);
+  if (!file.IsOpen()) {
+    const DWORD error = GetLastError();
+    FailWith("cannot open " + name, error);
+  }
+  return ReadAll(file, name);
+}
+
+void ReplaceFileWith(const std::string& name, std::string_view text) {
+  const std::string newName = name + ".new";
+  WriteAndFlush(newName, text);
+  if (!MoveFileExW(ToWide(newName).c_str(), ToWide(name).c_str(),
+                   MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
+    const DWORD error = GetLastError();
+    DeleteFileW(ToWide(newName).c_str());
+    FailWith("cannot replace " + name, error);
+  }
+}
+
+std::string SetFileAside(const std::string& name) {
+  for (int number = 1; number <= kMostSetAside; ++number) {
+    std::string aside =
+        number == 1 ? name + ".damaged" : fmt::format("{}.damaged-{}", name, number);
+    // Without the permission to replace, so that no earlier one is lost.
+    if (MoveFileExW(ToWide(name).c_str(), ToWide(aside).c_str(), MOVEFILE_WRITE_THROUGH)) {
+      return aside;
+    }
+    const DWORD error = GetLastError();
+    const bool isTaken = error == ERROR_ALREADY_EXISTS || error == ERROR_FILE_EXISTS;
+    if (!isTaken) FailWith(fmt::format("cannot rename {} to {}", name, aside), error);
+  }
+  throw ServiceFailure("cannot rename " + name + ": too many damaged ones lie beside it");
+}
+
+}  // namespace SettingsService

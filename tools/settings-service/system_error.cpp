@@ -1,0 +1,28 @@
+#include "system_error.h"
+
+#include <array>
+
+#include <fmt/format.h>
+
+#include "text.h"
+
+namespace SettingsService {
+
+std::string SystemErrorText(DWORD error) {
+  std::array<wchar_t, 512> buffer{};
+  const DWORD length =
+      FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error, 0,
+                     buffer.data(), static_cast<DWORD>(buffer.size()), nullptr);
+  std::wstring_view message(buffer.data(), length);
+  while (message.ends_with(L'\n') || message.ends_with(L'\r') || message.ends_with(L' ')) {
+    message.remove_suffix(1);
+  }
+  if (message.empty()) return fmt::format("error {}", error);
+  return fmt::format("{} (error {})", ToUtf8(message), error);
+}
+
+void FailWith(std::string_view step, DWORD error) {
+  throw ServiceFailure(fmt::format("{}: {}", step, SystemErrorText(error)));
+}
+
+}  // namespace SettingsService
