@@ -1,0 +1,147 @@
+#include "assignment.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+#include <utility>
+#include <vector>
+
+#include "arguments.h"
+#include "confirmation.h"
+#include "console.h"
+#include "keys.h"
+#include "text.h"
+
+namespace tool {
+namespace {
+
+// A ButtonFunctionValue whose text may be longer than its array: the library reads on to the
+// terminator, wherever that is.
+class FunctionValue {
+ public:
+  FunctionValue(int32_t function, const std::wstring& text)
+      : block(std::max(sizeof(ButtonFunctionValue) / sizeof(wchar_t),
+                       kTextOffset + text.size() + 1)) {
+    std::memcpy(block.data(), &function, sizeof function);
+    std::copy(text.begin(), text.end(), block.begin() + kTextOffset);
+  }
+  const ButtonFunctionValue* Get() const {
+    return reinterpret_cast<const ButtonFunctionValue*>(block.data());
+  }
+
+ private:
+  static constexpr size_t kTextOffset = offsetof(ButtonFunctionValue, text) / sizeof(wchar_t);
+  std::vector<wchar_t> block;
+};
+
+bool TakesText(int32_t code) {
+  return code == KORVUISD_FUNCTION_KEYSTROKES || code == KORVUISD_FUNCTION_RUN_APP;
+}
+
+// An application may be given by the display name that the service lists for it; its path is then
+// what is stored.
+bool IsListedApplication(const Snapshot& values, const std::wstring& name) {
+  const auto* options = values.Last<Options>(Slot::kRunAppOptions);
+  return options && std::any_of(options->functions.begin(), options->functions.end(),
+                                [&](const Function& option) { return option.name == name; });
+}
+
+struct Stored {
+  std::wstring code;
+  std::wstring name;
+  std::wstring text;
+};
+
+std::string Readable(const Stored& stored, bool hasText) {
+  std::string line = fmt::format(
+      "{}, name {}", stored.code.empty() ? "none" : OnOneLine(stored.code), Quoted(stored.name));
+  if (hasText) line += fmt::format(", text {}", Quoted(stored.text));
+  return line;
+}
+
+void CheckStored(const Session& session, const std::string& what, const Assignment& wanted,
+                 const Stored& stored) {
+  const std::string code = fmt::format("{}", wanted.code);
+  if (ToUtf8(stored.code) != code) {
+    throw StoredOtherwise(what, "function " + code, "function " + OnOneLine(stored.code));
+  }
+  if (wanted.text && !wanted.text->empty() && stored.text != *wanted.text &&
+      !(wanted.code == KORVUISD_FUNCTION_RUN_APP &&
+        IsListedApplication(session.Values(), *wanted.text))) {
+    throw StoredOtherwise(what, Quoted(*wanted.text), Quoted(stored.text));
+  }
+  if (wanted.name && stored.name != *wanted.name) {
+    throw StoredOtherwise(what, "the name " + Quoted(*wanted.name), Quoted(stored.name));
+  }
+}
+
+ExitCode Change(Session& session, Terminal& terminal, const std::string& what, size_t functionKey,
+                const Assignment& assignment, const AssignmentSetter& set) {
+  std::vector<size_t> keys{functionKey, functionKey + kNameOffset};
+  if (assignment.text) {
+    keys.push_back(functionKey + (assignment.code == KORVUISD_FUNCTION_KEYSTROKES
+                                      ? kKeystrokesOffset
+                                      : kAppPathOffset));
+  }
+  const auto call = [&] {
+    const FunctionValue value(assignment.code, assignment.text.value_or(std::wstring()));
+    set(value.Get(), assignment.useDefault ? 1 : 0,
+        assignment.name ? assignment.name->c_str() : nullptr);
+  };
+  const std::vector<std::wstring> read = StoreAndRead(session, what, call, keys);
+  const Stored stored{read[0], read[1], assignment.text ? read[2] : std::wstring()};
+  if (!assignment.useDefault) CheckStored(session, what, assignment, stored);
+  terminal.out.Line(fmt::format("{} = {}", what, Readable(stored, assignment.text.has_value())));
+  return ExitCode::kDone;
+}
+
+}  // namespace
+
+void AssignmentOptions::AddTo(CLI::App& app) {
+  codeOption = app.add_option("CODE", code, "function code; the service defines them");
+  textOption = app.add_option(
+      "TEXT", text, "for code 8 the keystrokes, for code 23 the path or name of the application");
+  app.add_flag("--default", useDefault, "let the service use its default; then without CODE");
+}
+
+void AssignmentOptions::AddNameTo(CLI::App& app) {
+  nameOption = app.add_option("--name", name, "display name; else the service derives one");
+}
+
+Assignment ParseAssignment(const AssignmentOptions& options) {
+  const bool hasName = options.nameOption && options.nameOption->count() > 0;
+  Assignment assignment;
+  assignment.useDefault = options.useDefault;
+  if (options.useDefault) {
+    if (options.codeOption->count() > 0) throw UsageError("CODE and --default exclude each other");
+    if (hasName) throw UsageError("--name and --default exclude each other");
+    return assignment;
+  }
+  if (options.codeOption->count() == 0) throw UsageError("CODE is missing; or give --default");
+  assignment.code = ParseNumber("CODE", options.code, std::numeric_limits<int32_t>::min(),
+                                std::numeric_limits<int32_t>::max());
+  if (options.textOption->count() > 0) {
+    if (!TakesText(assignment.code)) {
+      throw UsageError(fmt::format(
+          "function {} takes no TEXT; only 8 (keystrokes) and 23 (application) do", options.code));
+    }
+    assignment.text = FromUtf8(options.text);
+  }
+  if (hasName) assignment.name = FromUtf8(options.name);
+  return assignment;
+}
+
+Command ChangeAssignment(const std::string& what, size_t functionKey, Assignment assignment,
+                         AssignmentSetter set) {
+  Command command;
+  command.changesSettings = true;
+  command.run = [=, assignment = std::move(assignment), set = std::move(set)](Session& session,
+                                                                              Terminal& terminal) {
+    return Change(session, terminal, what, functionKey, assignment, set);
+  };
+  return command;
+}
+
+}  // namespace tool

@@ -1,0 +1,27 @@
+// The buttons of pen and dock: how people call them, and what sets them.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+#include "KorvuTabletSettingsAPI.h"
+#include "events.h"
+#include "keys.h"
+
+namespace tool {
+
+struct Button {
+  std::string_view name;
+  std::string_view help;
+  KeyIndex functionKey;
+  Slot slot;  // whose callback tells of it
+  void(KORVUISD_CALL* set)(const ButtonFunctionValue* value, int32_t empty);
+};
+
+std::span<const Button> Buttons();
+
+// Null if there is none.
+const Button* FindButton(std::string_view name);
+
+}  // namespace tool

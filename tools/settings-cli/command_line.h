@@ -1,0 +1,19 @@
+// The command line: options and commands, all checked before anything is connected or sent.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "command.h"
+
+namespace tool {
+
+struct CommandLine {
+  GlobalOptions options;
+  Command command;
+};
+
+// Throws UsageError for what is no valid command line. Help and version are commands, too.
+CommandLine ParseCommandLine(std::vector<std::string> arguments);
+
+}  // namespace tool

@@ -1,0 +1,118 @@
+// get KEY... and list: values as the service has them now.
+
+#include <CLI/CLI.hpp>
+
+#include <fmt/format.h>
+
+#include <memory>
+#include <numeric>
+
+#include "command.h"
+#include "commands/commands.h"
+#include "console.h"
+#include "event_text.h"
+#include "key_search.h"
+#include "keys.h"
+#include "session.h"
+#include "text.h"
+
+namespace tool {
+namespace {
+
+struct GetOptions {
+  std::vector<std::string> names;
+  bool json = false;
+};
+
+using Values = std::vector<std::optional<std::wstring>>;
+
+Values ReadValues(Session& session, const std::vector<size_t>& keys) {
+  session.WaitForValues();
+  std::vector<std::wstring> requests;
+  for (const size_t key : keys) requests.push_back(ValueRequest(key));
+  return session.Ask(requests);
+}
+
+ExitCode CheckAllAnswered(Terminal& terminal, const std::vector<size_t>& keys,
+                          const Values& values) {
+  for (size_t at = 0; at < keys.size(); ++at) {
+    if (values[at]) continue;
+    terminal.Complain(
+        fmt::format("the service did not answer for {}; it went away, or does not know the key",
+                    kKeys[keys[at]]));
+    return ExitCode::kNotConfirmed;
+  }
+  return ExitCode::kDone;
+}
+
+std::string AsJson(const std::vector<size_t>& keys, const Values& values) {
+  Json json = Json::object();
+  for (size_t at = 0; at < keys.size(); ++at) {
+    json[std::string(kKeys[keys[at]])] = values[at] ? Json(ToUtf8(*values[at])) : Json(nullptr);
+  }
+  return IndentedJsonText(json) + '\n';
+}
+
+// For scripts: the values as they are, and nothing else.
+std::string AsLines(const Values& values) {
+  std::string lines;
+  for (const auto& value : values) lines += ToUtf8(value.value_or(std::wstring())) + '\n';
+  return lines;
+}
+
+std::string AsTable(const std::vector<size_t>& keys, const Values& values) {
+  std::string table;
+  for (size_t at = 0; at < keys.size(); ++at) {
+    table += fmt::format("{} = {}\n", kKeys[keys[at]],
+                         values[at] ? OnOneLine(*values[at]) : "(no answer)");
+  }
+  return table;
+}
+
+std::vector<size_t> FindKeys(const std::vector<std::string>& names) {
+  std::vector<size_t> keys;
+  for (const std::string& name : names) keys.push_back(FindKey(name));
+  return keys;
+}
+
+}  // namespace
+
+void AddGetCommand(CLI::App& app, Command& command) {
+  const auto options = std::make_shared<GetOptions>();
+  CLI::App* const get = app.add_subcommand("get", "Prints values as the service has them");
+  get->add_option("KEY", options->names,
+                  "whole key, or as much of its end as is needed to tell it from others")
+      ->required();
+  get->add_flag("--json", options->json, "print a JSON object: value by key");
+  get->callback([options, &command] {
+    command = {};
+    command.run = [keys = FindKeys(options->names), asJson = options->json](Session& session,
+                                                                            Terminal& terminal) {
+      const Values values = ReadValues(session, keys);
+      // Half an answer would only mislead a script.
+      const ExitCode code = CheckAllAnswered(terminal, keys, values);
+      if (code == ExitCode::kDone) {
+        terminal.out.Write(asJson ? AsJson(keys, values) : AsLines(values));
+      }
+      return code;
+    };
+  });
+}
+
+void AddListCommand(CLI::App& app, Command& command) {
+  const auto asJson = std::make_shared<bool>(false);
+  CLI::App* const list = app.add_subcommand("list", "Prints all keys and their values");
+  list->add_flag("--json", *asJson, "print a JSON object: value by key");
+  list->callback([asJson, &command] {
+    command = {};
+    command.run = [asJson = *asJson](Session& session, Terminal& terminal) {
+      std::vector<size_t> keys(kKeyCount);
+      std::iota(keys.begin(), keys.end(), size_t{0});
+      const Values values = ReadValues(session, keys);
+      terminal.out.Write(asJson ? AsJson(keys, values) : AsTable(keys, values));
+      return CheckAllAnswered(terminal, keys, values);
+    };
+  });
+}
+
+}  // namespace tool

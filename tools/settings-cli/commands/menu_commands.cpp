@@ -1,0 +1,89 @@
+// menu RING WEDGE CODE [TEXT], menu-limit RING N: the radial menu.
+
+#include <fmt/format.h>
+
+#include <array>
+#include <memory>
+
+#include "arguments.h"
+#include "assignment.h"
+#include "commands/commands.h"
+#include "confirmation.h"
+#include "console.h"
+#include "keys.h"
+#include "text.h"
+
+namespace tool {
+namespace {
+
+struct MenuOptions {
+  std::string ring;
+  std::string wedge;
+  AssignmentOptions assignment;
+};
+
+struct LimitOptions {
+  std::string ring;
+  std::string limit;
+};
+
+Command SetWedge(const MenuOptions& options) {
+  const uint8_t ring = ParseRing(options.ring);
+  const uint8_t wedge = ParseWedge(options.wedge);
+  const uint32_t id = KorvuISD_BuildMenuButtonId(ring, wedge);
+  return ChangeAssignment(
+      fmt::format("menu {} {}", ring + 1, WedgeName(wedge)),
+      kFirstWedgeKey + kKeysPerButton * (ring * kWedgesPerRing + wedge),
+      ParseAssignment(options.assignment),
+      [id](const ButtonFunctionValue* value, int32_t empty, const wchar_t* name) {
+        KorvuISD_SetMenuOp(id, value, empty, name);
+      });
+}
+
+ExitCode ChangeLimit(Session& session, Terminal& terminal, uint8_t ring, uint8_t limit) {
+  const std::string what = fmt::format("menu-limit {}", ring + 1);
+  const std::array<size_t, 1> keys{ring == 0 ? kFirstRingCountKey : kSecondRingCountKey};
+  const auto set = [&] { KorvuISD_SetMenuButtonLimit(KorvuISD_BuildMenuButtonId(ring, 0), limit); };
+  const std::string stored = OrQuotes(StoreAndRead(session, what, set, keys).front());
+  const std::string wanted = fmt::format("{}", limit);
+  if (stored != wanted) throw StoredOtherwise(what, wanted, stored);
+  terminal.out.Line(fmt::format("{} = {}", what, stored));
+  return ExitCode::kDone;
+}
+
+Command SetLimit(const LimitOptions& options) {
+  const uint8_t ring = ParseRing(options.ring);
+  const auto limit =
+      static_cast<uint8_t>(ParseNumber("N", options.limit, 0, static_cast<int>(kWedgesPerRing)));
+  Command command;
+  command.changesSettings = true;
+  command.run = [ring, limit](Session& session, Terminal& terminal) {
+    return ChangeLimit(session, terminal, ring, limit);
+  };
+  return command;
+}
+
+}  // namespace
+
+void AddMenuCommand(CLI::App& app, Command& command) {
+  const auto options = std::make_shared<MenuOptions>();
+  CLI::App* const menu = app.add_subcommand("menu", "Gives a wedge of the radial menu a function");
+  menu->add_option("RING", options->ring, "1 or 2")->required();
+  menu->add_option("WEDGE", options->wedge,
+                   "1 to 8, clockwise from East, or a compass point: east, se, south, ...")
+      ->required();
+  options->assignment.AddTo(*menu);
+  options->assignment.AddNameTo(*menu);
+  menu->callback([options, &command] { command = SetWedge(*options); });
+}
+
+void AddMenuLimitCommand(CLI::App& app, Command& command) {
+  const auto options = std::make_shared<LimitOptions>();
+  CLI::App* const limit =
+      app.add_subcommand("menu-limit", "Sets how many wedges a ring of the radial menu shows");
+  limit->add_option("RING", options->ring, "1 or 2")->required();
+  limit->add_option("N", options->limit, "0 to 8")->required();
+  limit->callback([options, &command] { command = SetLimit(*options); });
+}
+
+}  // namespace tool

@@ -1,0 +1,74 @@
+// opaque WHAT VALUE: the settings of opaque mode.
+
+#include <fmt/format.h>
+
+#include <array>
+#include <memory>
+
+#include "commands/commands.h"
+#include "confirmation.h"
+#include "console.h"
+#include "plain_change.h"
+#include "text.h"
+
+namespace tool {
+namespace {
+
+constexpr std::string_view kDisplayPath = "display-path";
+constexpr std::string_view kDisplayPathHelp =
+    "  display-path         text         path of the display; an empty one is stored as empty\n";
+
+struct OpaqueOptions {
+  std::string what;
+  ValueChoice choice;
+};
+
+ExitCode ChangeDisplayPath(Session& session, Terminal& terminal, const std::wstring& path) {
+  constexpr std::string_view kWhat = "opaque display-path";
+  const std::array<size_t, 1> keys{kOpaqueDisplayPathKey};
+  const std::wstring stored =
+      StoreAndRead(
+          session, kWhat, [&] { KorvuISD_SetOpaqueModeDisplayPath(path.c_str()); }, keys)
+          .front();
+  if (stored != path) throw StoredOtherwise(kWhat, Quoted(path), Quoted(stored));
+  terminal.out.Line(fmt::format("{} = {}", kWhat, Quoted(stored)));
+  return ExitCode::kDone;
+}
+
+Command SetDisplayPath(const ValueChoice& choice) {
+  if (choice.useDefault) {
+    throw UsageError("opaque display-path has no default; an empty VALUE stores an empty path");
+  }
+  if (!choice.HasValue()) throw UsageError("VALUE is missing: opaque display-path takes a text");
+  Command command;
+  command.changesSettings = true;
+  command.run = [path = FromUtf8(choice.value)](Session& session, Terminal& terminal) {
+    return ChangeDisplayPath(session, terminal, path);
+  };
+  return command;
+}
+
+Command SetOpaque(const OpaqueOptions& options) {
+  if (options.what == kDisplayPath) return SetDisplayPath(options.choice);
+  const PlainSetting* setting = FindSetting(OpaqueSettings(), options.what);
+  if (!setting) {
+    throw UsageError(fmt::format(
+        "opaque mode has no setting '{}'. There are:\n{}  {:<20} {:<12} {}", options.what,
+        SettingsHelp(OpaqueSettings()), kDisplayPath, "text", "path of the display"));
+  }
+  return ChangePlainSetting(*setting, "opaque " + options.what, options.choice);
+}
+
+}  // namespace
+
+void AddOpaqueCommand(CLI::App& app, Command& command) {
+  const auto options = std::make_shared<OpaqueOptions>();
+  CLI::App* const opaque = app.add_subcommand("opaque", "Changes a setting of opaque mode");
+  opaque->add_option("WHAT", options->what, "the setting; see below")->required();
+  options->choice.AddTo(*opaque);
+  opaque->footer(fmt::format("Settings and values (enable and {} have no --default):\n{}{}",
+                             kDisplayPath, SettingsHelp(OpaqueSettings()), kDisplayPathHelp));
+  opaque->callback([options, &command] { command = SetOpaque(*options); });
+}
+
+}  // namespace tool

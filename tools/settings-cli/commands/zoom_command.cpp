@@ -1,0 +1,97 @@
+// zoom A B C D: the display zoom map.
+
+#include <CLI/CLI.hpp>
+
+#include <fmt/format.h>
+
+#include <array>
+#include <limits>
+#include <memory>
+
+#include "KorvuTabletSettingsAPI.h"
+#include "arguments.h"
+#include "command.h"
+#include "commands/commands.h"
+#include "confirmation.h"
+#include "console.h"
+#include "keys.h"
+#include "text.h"
+
+namespace tool {
+namespace {
+
+constexpr std::string_view kWhat = "zoom";
+
+struct ZoomOptions {
+  std::array<std::string, 4> words;
+  std::array<CLI::Option*, 4> given{};
+  bool useDefault = false;
+};
+
+struct Zoom {
+  KorvuISD_ZoomPair first{};
+  KorvuISD_ZoomPair second{};
+  bool useDefault = false;
+};
+
+// What the service stores for a map of this one entry, but for the blanks.
+std::string WithoutBlanks(const std::string& text) {
+  std::string dense;
+  for (const char letter : text) {
+    if (letter != ' ') dense += letter;
+  }
+  return dense;
+}
+
+ExitCode ChangeZoom(Session& session, Terminal& terminal, const Zoom& zoom) {
+  const std::array<size_t, 1> keys{kZoomMapKey};
+  const auto set = [&] {
+    KorvuISD_SetSlavedDisplayZoom(zoom.first, zoom.second, zoom.useDefault ? 1 : 0);
+  };
+  const std::string stored = OrQuotes(StoreAndRead(session, kWhat, set, keys).front());
+  const std::string wanted = fmt::format("{{{},{},{},{}}}", zoom.first.first, zoom.first.second,
+                                         zoom.second.first, zoom.second.second);
+  if (!zoom.useDefault && WithoutBlanks(stored) != wanted) {
+    throw StoredOtherwise(kWhat, wanted, stored);
+  }
+  terminal.out.Line(fmt::format("{} = {}", kWhat, stored));
+  return ExitCode::kDone;
+}
+
+Zoom ParseZoom(const ZoomOptions& options) {
+  constexpr std::array<std::string_view, 4> kNames{"A", "B", "C", "D"};
+  std::array<int32_t, 4> numbers{};
+  size_t count = 0;
+  for (size_t at = 0; at < numbers.size(); ++at) {
+    if (options.given[at]->count() == 0) continue;
+    numbers[at] = ParseNumber(kNames[at], options.words[at], std::numeric_limits<int32_t>::min(),
+                              std::numeric_limits<int32_t>::max());
+    ++count;
+  }
+  if (count != (options.useDefault ? 0 : numbers.size())) {
+    throw UsageError("zoom takes either the four numbers A B C D, or --default");
+  }
+  return {{numbers[0], numbers[1]}, {numbers[2], numbers[3]}, options.useDefault};
+}
+
+}  // namespace
+
+void AddZoomCommand(CLI::App& app, Command& command) {
+  const auto options = std::make_shared<ZoomOptions>();
+  CLI::App* const zoom =
+      app.add_subcommand("zoom", "Replaces the display zoom map by one entry of four numbers");
+  constexpr std::array<const char*, 4> kNames{"A", "B", "C", "D"};
+  for (size_t at = 0; at < kNames.size(); ++at) {
+    options->given[at] = zoom->add_option(kNames[at], options->words[at], "whole number");
+  }
+  zoom->add_flag("--default", options->useDefault, "let the service use its default");
+  zoom->callback([options, &command] {
+    command = {};
+    command.changesSettings = true;
+    command.run = [zoom = ParseZoom(*options)](Session& session, Terminal& terminal) {
+      return ChangeZoom(session, terminal, zoom);
+    };
+  });
+}
+
+}  // namespace tool

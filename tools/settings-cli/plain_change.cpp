@@ -1,0 +1,73 @@
+#include "plain_change.h"
+
+#include <fmt/format.h>
+
+#include <array>
+
+#include "confirmation.h"
+#include "console.h"
+
+namespace tool {
+namespace {
+
+ExitCode Change(Session& session, Terminal& terminal, const PlainSetting& setting,
+                const std::string& what, std::optional<int32_t> value) {
+  const std::array<size_t, 1> keys{setting.key};
+  const std::wstring stored =
+      StoreAndRead(
+          session, what, [&] { setting.set(value.value_or(0), value ? 0 : 1); }, keys)
+          .front();
+  const std::string readable = ReadableStored(setting, stored);
+  if (value && !IsStored(setting, stored, *value)) {
+    throw StoredOtherwise(what, ReadableValue(setting, *value), readable);
+  }
+  terminal.out.Line(fmt::format("{} = {}", what, readable));
+  return ExitCode::kDone;
+}
+
+}  // namespace
+
+void ValueChoice::AddTo(CLI::App& app) {
+  valueOption = app.add_option("VALUE", value, "new value");
+  app.add_flag("--default", useDefault, "let the service use its default; then without VALUE");
+}
+
+Command ChangePlainSetting(const PlainSetting& setting, const std::string& what,
+                           const ValueChoice& choice) {
+  if (choice.useDefault && choice.HasValue()) {
+    throw UsageError("VALUE and --default exclude each other");
+  }
+  if (choice.useDefault && !setting.hasDefault) {
+    throw UsageError(fmt::format("{} has no default; give a VALUE", what));
+  }
+  if (!choice.useDefault && !choice.HasValue()) {
+    throw UsageError(fmt::format("VALUE is missing: {} takes {}{}", what, ValueRange(setting),
+                                 setting.hasDefault ? ", or --default" : ""));
+  }
+  std::optional<int32_t> value;
+  if (choice.HasValue()) value = ParseValue(setting, choice.value);
+
+  Command command;
+  command.changesSettings = true;
+  command.run = [&setting, what, value](Session& session, Terminal& terminal) {
+    return Change(session, terminal, setting, what, value);
+  };
+  return command;
+}
+
+std::string SettingsHelp(std::span<const PlainSetting> settings) {
+  std::string help;
+  for (const PlainSetting& setting : settings) {
+    help += fmt::format("  {:<20} {:<12} {}\n", setting.name, ValueRange(setting), setting.help);
+  }
+  return help;
+}
+
+void ThrowUnknownSetting(std::span<const PlainSetting> settings, std::string_view name) {
+  std::string message = fmt::format("there is no setting '{}'. There are:\n", name);
+  message += SettingsHelp(settings);
+  message.pop_back();
+  throw UsageError(message);
+}
+
+}  // namespace tool

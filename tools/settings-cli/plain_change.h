@@ -1,0 +1,36 @@
+// Commands that set one number or switch of the settings table.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include <optional>
+#include <string>
+
+#include "command.h"
+#include "settings_table.h"
+
+namespace tool {
+
+// VALUE and --default, of which a command line has one.
+struct ValueChoice {
+  std::string value;
+  bool useDefault = false;
+  CLI::Option* valueOption = nullptr;
+
+  void AddTo(CLI::App& app);
+  bool HasValue() const { return valueOption->count() > 0; }
+};
+
+// Sets it, tells what is stored, and fails if that is something else. `what` is how the user called
+// it. Throws UsageError at once for a value that is none.
+Command ChangePlainSetting(const PlainSetting& setting, const std::string& what,
+                           const ValueChoice& choice);
+
+// One line for each setting: name, range, what it is.
+std::string SettingsHelp(std::span<const PlainSetting> settings);
+
+// Throws UsageError, naming what there is.
+[[noreturn]] void ThrowUnknownSetting(std::span<const PlainSetting> settings,
+                                      std::string_view name);
+
+}  // namespace tool
