@@ -8,6 +8,7 @@ packages=(
   clang-format
   clang-tidy
   cmake
+  doxygen
   g++
   g++-mingw-w64-x86-64-posix
   googletest
@@ -18,6 +19,8 @@ packages=(
   make
   ninja-build
   nlohmann-json3-dev
+  pkgconf
+  python3
   wine64
 )
 
