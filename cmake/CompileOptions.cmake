@@ -4,14 +4,14 @@ add_library(korvu_options INTERFACE)
 
 if(MSVC)
   target_compile_options(korvu_options INTERFACE /W4 /WX /utf-8 /permissive-)
-  target_compile_definitions(korvu_options INTERFACE NOMINMAX _CRT_SECURE_NO_WARNINGS)
+  target_compile_definitions(korvu_options INTERFACE _CRT_SECURE_NO_WARNINGS)
 else()
   target_compile_options(korvu_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Werror)
 endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
   target_compile_options(korvu_options INTERFACE -Wthread-safety)
 endif()
-target_compile_definitions(korvu_options INTERFACE UNICODE _UNICODE _WIN32_WINNT=0x0601 WIN32_LEAN_AND_MEAN)
+target_compile_definitions(korvu_options INTERFACE UNICODE _UNICODE _WIN32_WINNT=0x0601 WIN32_LEAN_AND_MEAN NOMINMAX)
 
 string(REPLACE "-O3" "-O2" CMAKE_C_FLAGS_RELEASE "${CMAKE_C_FLAGS_RELEASE}")
 string(REPLACE "-O3" "-O2" CMAKE_CXX_FLAGS_RELEASE "${CMAKE_CXX_FLAGS_RELEASE}")
@@ -40,6 +40,7 @@ if(MINGW)
 endif()
 
 # korvu_split_debug_file(TARGET): moves a release build's symbols into TARGET's file plus ".debug".
+# To keep dates is to keep the one in the file's header, too, which would else be today's.
 function(korvu_split_debug_file target)
   if(NOT MINGW OR NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU" OR NOT CMAKE_BUILD_TYPE STREQUAL "Release")
     return()
@@ -48,8 +49,8 @@ function(korvu_split_debug_file target)
   add_custom_command(
     TARGET ${target}
     POST_BUILD
-    COMMAND ${CMAKE_OBJCOPY} --only-keep-debug $<TARGET_FILE:${target}> $<TARGET_FILE:${target}>.debug
-    COMMAND ${CMAKE_STRIP} --strip-all $<TARGET_FILE:${target}>
-    COMMAND ${CMAKE_OBJCOPY} --add-gnu-debuglink=$<TARGET_FILE:${target}>.debug $<TARGET_FILE:${target}>
+    COMMAND ${CMAKE_OBJCOPY} --preserve-dates --only-keep-debug $<TARGET_FILE:${target}> $<TARGET_FILE:${target}>.debug
+    COMMAND ${CMAKE_STRIP} --preserve-dates --strip-all $<TARGET_FILE:${target}>
+    COMMAND ${CMAKE_OBJCOPY} --preserve-dates --add-gnu-debuglink=$<TARGET_FILE:${target}>.debug $<TARGET_FILE:${target}>
     VERBATIM)
 endfunction()

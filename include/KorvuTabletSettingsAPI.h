@@ -102,12 +102,19 @@
 /** Function code in the records that OnRunAppOptions receives. */
 #define KORVUISD_FUNCTION_RUN_APP_OPTION 88
 
+/** The width of the enumerations, which C++ lets us fix. */
+#ifdef __cplusplus
+#define KORVUISD_ENUM_BASE : int32_t
+#else
+#define KORVUISD_ENUM_BASE
+#endif
+
 #ifdef __cplusplus
 extern "C" {
 #endif
 
 /** Result of KorvuISD_Connect, 32 bits wide. */
-typedef enum KorvuISD_Error {
+typedef enum KorvuISD_Error KORVUISD_ENUM_BASE {
   /** Success; also "already connected", and "skipped, since the client is shutting down". */
   KorvuISD_ErrorNone = 0,
   /** The service was not there in time, or the connection could not be set up; see the trace. */
@@ -115,7 +122,7 @@ typedef enum KorvuISD_Error {
 } KorvuISD_Error;
 
 /** Trace switch, 32 bits wide. Any value but KorvuISD_LogLevelOff switches the trace on. */
-typedef enum KorvuISD_LogLevel {
+typedef enum KorvuISD_LogLevel KORVUISD_ENUM_BASE {
   /** Trace on. The library makes no difference between the levels that are on. */
   KorvuISD_LogLevelVerbose = 0,
   /** Trace on, as KorvuISD_LogLevelVerbose. */
@@ -170,8 +177,9 @@ typedef struct KorvuISD_ModuleIdentity {
  * What is known of one pen.
  *
  * A pen appears when its serial number and its pen id are both known. A battery or dock value for a
- * pen that is not known yet makes a record that is empty but for that value; its serial number is
- * filled in when the tablet or the pen reports it.
+ * pen that is not known yet makes a record that is empty but for that value, its serial number too;
+ * that is filled in when the tablet names the pen, or when the pen has told its serial number and
+ * its pen id.
  */
 typedef struct PenInfo {
   /** Serial number, terminated, cut to 15 code units. */
@@ -194,9 +202,16 @@ typedef struct PenInfo {
   wchar_t firmwareVersion[KORVUISD_SHORT_TEXT_CAPACITY];
   /** Sensor id of the tablet. */
   int32_t sensorId;
-  /** 1: the Bluetooth module is connected; 0: it is not. */
+  /**
+   * 1: the Bluetooth module is connected; 0: it is not. Stays 0 below API version 3. A module that
+   * has moved to another pen may still count as connected in the record of the pen before.
+   */
   int32_t moduleConnected;
-  /** 1: a pen is in the tablet's dock; 0: none is. The same in all records. */
+  /**
+   * 1: a pen is in the tablet's dock; 0: none is. A change of the current pen's goes into all
+   * records; a record that a battery value makes starts with 0 all the same. Below API version 7
+   * the dock is ignored once a pen is known.
+   */
   int32_t docked;
 } PenInfo;
 
@@ -300,7 +315,7 @@ typedef void(KORVUISD_CALL* KorvuISD_TextCallback)(void* context, const wchar_t*
 /**
  * Receives the display zoom map.
  * @param context  as registered
- * @param entries  array of `count` entries, valid during the call
+ * @param entries  array of `count` entries, valid during the call; may be null if `count` is 0
  * @param count    number of entries
  */
 typedef void(KORVUISD_CALL* KorvuISD_ZoomMapCallback)(void* context,
@@ -308,21 +323,23 @@ typedef void(KORVUISD_CALL* KorvuISD_ZoomMapCallback)(void* context,
                                                       uint64_t count);
 
 /**
- * Receives an option list: all that the service has offered since the client was made.
+ * Receives an option list: all that the service has offered since the client was made. The list of
+ * OnRunAppOptions also has the texts that a setter could not find in it.
  * @param context  as registered
  * @param options  array of `count` records, valid during the call; read at most 512 code units of
- *                 a name
+ *                 a name; may be null if `count` is 0
  * @param count    number of records; may be 0
  */
 typedef void(KORVUISD_CALL* KorvuISD_OptionsCallback)(void* context, const ButtonRecord* options,
                                                       uint64_t count);
 
 /**
- * Receives the monitors that opaque mode may use.
+ * Receives the monitors that opaque mode may use: those of the service's last list.
  * @param context   as registered
- * @param monitors  array of `count` records, valid during the call
+ * @param monitors  array of `count` records, valid during the call; may be null if `count` is 0
  * @param count     number of records; may be 0
- * @param selected  index of the monitor that the opaque display path names, or -1
+ * @param selected  index of the monitor that the opaque display path names at this moment, or -1; a
+ *                  new path alone brings no call
  */
 typedef void(KORVUISD_CALL* KorvuISD_MonitorsCallback)(void* context,
                                                        const KorvuISD_MonitorOption* monitors,
@@ -375,7 +392,9 @@ typedef void(KORVUISD_CALL* ManualReplyCallback)(void* context, const wchar_t* t
  * over a record that ends after OnWedgeCapacity.
  *
  * A value callback comes when the value that the library holds has changed, on the library's
- * thread, with the library's lock held. OnWedgeCapacity, OnFirstRange and OnSecondRange come from
+ * thread, with the library's lock held. The option lists, the monitors, OnFeatureSupport and
+ * OnCapturedKeystrokes come for every value that arrives, the same one again or an empty one too;
+ * so each connection brings them once. OnWedgeCapacity, OnFirstRange and OnSecondRange come from
  * KorvuISD_RegisterCallbacks instead, on its caller's thread. Where several registrations stand,
  * each callback goes to all of them, from the lowest context pointer to the highest. Pointers are
  * valid during the call. A callback may call any function of the library but KorvuISD_Shutdown, may
@@ -384,7 +403,11 @@ typedef void(KORVUISD_CALL* ManualReplyCallback)(void* context, const wchar_t* t
 typedef struct KorvuISD_Callbacks {
   /** Versions of the driver. Not called while either text has more than 16 code units. API 0. */
   KorvuISD_VersionsCallback OnVersions;
-  /** A pen changed. A pen that is seen for the first time is not reported. API 0. */
+  /**
+   * A pen changed. A pen that is seen for the first time is not reported, unless a Bluetooth module
+   * waited for it. Where a module disconnects whose own record does not say so, the record of the
+   * pen at hand comes. API 0.
+   */
   KorvuISD_PenInfoCallback OnPenInfo;
   /** The eraser's single press. API 0. */
   KorvuISD_ButtonCallback OnEraserSingle;
@@ -406,7 +429,7 @@ typedef struct KorvuISD_Callbacks {
   KorvuISD_ButtonCallback OnRadialWedge;
   /** Right click in the centre of the radial menu, 0 or 1. API 0. */
   KorvuISD_ValueCallback OnCenterRightClick;
-  /** Keystrokes that arrived during a capture, as display text. API 0. */
+  /** Keystrokes of a capture, as display text; empty ones outside a capture, too. API 0. */
   KorvuISD_CountedTextCallback OnCapturedKeystrokes;
   /** The display zoom map changed. API 0. */
   KorvuISD_ZoomMapCallback OnDisplayZoomMap;
@@ -768,7 +791,8 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetBottomHoverClick(int32_t value, int3
  *               service
  * @ownership    `value` is read during the call only
  * @errors       none reported; dropped while the library shuts down
- * @callbacks    OnAutoExecuteButton, later, on the library's thread, if the name changed
+ * @callbacks    OnAutoExecuteButton (API version 4), later, on the library's thread, if the name
+ *               changed
  * @unconnected  lost: what is queued is discarded when a connection opens
  * @since        API version 0
  */
@@ -1315,12 +1339,43 @@ KORVUISD_OFFSET_IS(ButtonFunctionValue, function, 0);
 KORVUISD_OFFSET_IS(ButtonFunctionValue, text, 4);
 KORVUISD_SIZE_IS(KorvuISD_Callbacks, 41 * 8);
 KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnVersions, 0 * 8);
+KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnPenInfo, 1 * 8);
+KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnEraserSingle, 2 * 8);
+KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnEraserDouble, 3 * 8);
+KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnEraserLong, 4 * 8);
+KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnUpperSideSwitch, 5 * 8);
+KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnLowerSideSwitch, 6 * 8);
+KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnPressureCurve, 7 * 8);
+KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnTiltSensitivity, 8 * 8);
+KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnBatteryAlertDelay, 9 * 8);
+KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnRadialWedge, 10 * 8);
+KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnCenterRightClick, 11 * 8);
+KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnCapturedKeystrokes, 12 * 8);
+KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnDisplayZoomMap, 13 * 8);
+KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnRunAppOptions, 14 * 8);
+KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnTopButtonSingleOptions, 15 * 8);
+KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnTopButtonDoubleOptions, 16 * 8);
+KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnTopButtonLongOptions, 17 * 8);
+KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnSideSwitchOptions, 18 * 8);
+KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnFirstRange, 19 * 8);
+KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnSecondRange, 20 * 8);
+KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnRadialWedgeOptions, 21 * 8);
 KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnWedgeCapacity, 22 * 8);
 KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnOpaqueEnabledGlobal, 23 * 8);
+KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnOpaqueDisplayPath, 24 * 8);
+KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnOpaqueOrientation, 25 * 8);
+KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnOpaqueInputMode, 26 * 8);
+KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnOpaqueMapping, 27 * 8);
+KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnMonitorOptions, 28 * 8);
 KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnRadialWedgeEx, 29 * 8);
+KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnRadialZonesCount, 30 * 8);
 KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnAutoExecuteButton, 31 * 8);
+KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnAutoUndockOptions, 32 * 8);
+KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnPenDockPowerSaving, 33 * 8);
+KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnPenAlertEnabled, 34 * 8);
 KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnFeatureSupport, 35 * 8);
 KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnOpaqueInSetupGuide, 36 * 8);
+KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnOpaqueRememberDisplay, 37 * 8);
 KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnUndockedTimerWait, 38 * 8);
 KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnPenGesturesEnabled, 39 * 8);
 KORVUISD_OFFSET_IS(KorvuISD_Callbacks, OnMagnifierEnabled, 40 * 8);

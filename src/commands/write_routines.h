@@ -1,4 +1,4 @@
-// The two routines that setters end in: each turns a setting and its value into set messages and
+// The routines that setters end in: each turns a setting and its value into set messages and
 // value requests, and queues them as one unit. The value requests make the service report what it
 // really stored, which then comes in like any announcement.
 #pragma once

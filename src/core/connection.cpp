@@ -23,7 +23,7 @@ namespace {
 constexpr DWORD kDuplexPipeWaitMs = 1000;
 
 double ElapsedMs(std::clock_t from, std::clock_t to) {
-  return static_cast<double>(to - from) * 1000.0 / CLOCKS_PER_SEC;
+  return (static_cast<double>(to) - static_cast<double>(from)) * 1000.0 / CLOCKS_PER_SEC;
 }
 
 // Waits until an instance of the pipe is free. The budget counts the time inside WaitNamedPipeW
@@ -53,9 +53,7 @@ bool WaitForPipe(const std::wstring& name, uint32_t timeoutMs, std::clock_t star
 
 bool SetMessageReadMode(const PipeHandle& pipe) {
   DWORD mode = PIPE_READMODE_MESSAGE;
-  if (SetNamedPipeHandleState(pipe.Get(), &mode, nullptr, nullptr)) return true;
-  Trace(L"Failed to transition to read mode.\r\n");
-  return false;
+  return SetNamedPipeHandleState(pipe.Get(), &mode, nullptr, nullptr) != FALSE;
 }
 
 PipeHandle OpenPipe(const std::wstring& name, DWORD access) {
@@ -120,7 +118,11 @@ bool SettingsClient::OpenBothPipes(PipeHandle& sendOnly, PipeHandle& duplex) con
     Trace(L"Couldn't find Service send only pipe.\r\n");
     return false;
   }
-  if (!SetMessageReadMode(sendOnly)) return false;
+  if (!SetMessageReadMode(sendOnly)) {
+    sendOnly.Reset();
+    Trace(L"Failed to transition to read mode.\r\n");
+    return false;
+  }
 
   if (!WaitNamedPipeW(duplexPipeName.c_str(), kDuplexPipeWaitMs)) {
     const DWORD error = GetLastError();
@@ -135,7 +137,13 @@ bool SettingsClient::OpenBothPipes(PipeHandle& sendOnly, PipeHandle& duplex) con
     Trace(L"Couldn't find Service duplex pipe.\r\n");
     return false;
   }
-  return SetMessageReadMode(duplex);
+  if (!SetMessageReadMode(duplex)) {
+    sendOnly.Reset();
+    duplex.Reset();
+    Trace(L"Failed to transition to read mode.\r\n");
+    return false;
+  }
+  return true;
 }
 
 void SettingsClient::DiscardQueue() {
@@ -167,11 +175,6 @@ SettingsClient::Handles SettingsClient::HandlesOf(ConnectionNumber number) {
   return {sendOnlyPipe.Get(), duplexPipe.Get(), shutdownSignal.WaitHandle(), sendEvent.Get()};
 }
 
-bool SettingsClient::IsCurrent(ConnectionNumber number) {
-  const MutexLock lock(g_apiMutex);
-  return connection == number;
-}
-
 void SettingsClient::ReleasePipes(ConnectionNumber number) {
   PipeHandle sendOnly;
   PipeHandle duplex;
@@ -182,6 +185,7 @@ void SettingsClient::ReleasePipes(ConnectionNumber number) {
 }
 
 void SettingsClient::CloseConnection(ConnectionNumber number) {
+  // Without the lock, which the application's work may hold for long: the flag is to stop it.
   if (!IsCurrent(number)) return;
   Trace(L"Shutting down...\r\n");
   // From here on the call frame runs nothing for this client, so no other connection comes up

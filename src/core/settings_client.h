@@ -110,7 +110,7 @@ class SettingsClient : public std::enable_shared_from_this<SettingsClient> {
   // closes it.
   void CloseConnection(ConnectionNumber number);
 
-  bool IsCurrent(ConnectionNumber number);
+  bool IsCurrent(ConnectionNumber number) const { return connection == number; }
   const ShutdownSignal& Shutdown() const { return shutdownSignal; }
 
  private:
@@ -130,7 +130,7 @@ class SettingsClient : public std::enable_shared_from_this<SettingsClient> {
   PipeHandle duplexPipe GUARDED_BY(g_apiMutex);    // we write a request, the service its reply
   // True from the opening of the pipes until they are given up: a loss alone does not end it.
   std::atomic<bool> isConnected{false};
-  ConnectionNumber connection GUARDED_BY(g_apiMutex) = 0;
+  std::atomic<ConnectionNumber> connection = 0;  // changed under g_apiMutex
 
   ShutdownSignal shutdownSignal;
   EventHandle sendEvent GUARDED_BY(g_apiMutex);  // the queue has work

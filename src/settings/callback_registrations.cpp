@@ -42,11 +42,16 @@ void CallbackRegistrations::Add(const KorvuISD_Callbacks* callbacks, void* conte
   KorvuISD_Callbacks& kept = callbackRegistrations[context];
   std::memcpy(&kept, callbacks, OpenSlotCount(apiVersion) * sizeof(void*));
 
-  // A copy, since a callback may remove its own registration.
-  const KorvuISD_Callbacks own = kept;
-  if (own.OnWedgeCapacity) own.OnWedgeCapacity(context, static_cast<uint64_t>(kWedgeCount));
-  if (own.OnFirstRange) own.OnFirstRange(context, kRangeLimits[0], kRangeLimits[1]);
-  if (own.OnSecondRange) own.OnSecondRange(context, kRangeLimits[2], kRangeLimits[3]);
+  // Looked up for each call, since a callback may remove its own registration.
+  const auto greet = [&](auto KorvuISD_Callbacks::*slot, auto... numbers) {
+    const auto registration = callbackRegistrations.find(context);
+    if (registration == callbackRegistrations.end()) return;
+    const auto callback = registration->second.*slot;
+    if (callback) callback(context, numbers...);
+  };
+  greet(&KorvuISD_Callbacks::OnWedgeCapacity, static_cast<uint64_t>(kWedgeCount));
+  greet(&KorvuISD_Callbacks::OnFirstRange, kRangeLimits[0], kRangeLimits[1]);
+  greet(&KorvuISD_Callbacks::OnSecondRange, kRangeLimits[2], kRangeLimits[3]);
 }
 
 }  // namespace KorvuISD

@@ -34,7 +34,7 @@ std::vector<HandlerEntry> BuildHandlers() {
   add(kPenInProximity, PenInProximity());
   add(kPenSerial, PenText(&PenStaging::serialNumber));
   add(kPenId, PenText(&PenStaging::penId));
-  add(kModuleConnected, ModuleConnection());
+  add(kModuleConnected, ModuleConnection(kModuleConnectionVersion));
   add(kModuleVersion, ModuleText(&ModuleStaging::version));
   add(kModuleProductId, ModuleProductId());
   add(kModuleSerial, ModuleText(&ModuleStaging::serialNumber));
@@ -57,7 +57,7 @@ std::vector<HandlerEntry> BuildHandlers() {
   add(kLowerHoverClick, HoverClick(&LocalValues::lowerSideSwitch, &Slots::OnLowerSideSwitch));
 
   add(kPenAlertEnabled, Flag(&LocalValues::penAlertEnabled, &Slots::OnPenAlertEnabled));
-  add(kIsDockable, Feature(KORVUISD_FEATURE_DOCKABLE));
+  add(kIsDockable, Feature(KORVUISD_FEATURE_DOCKABLE, &Slots::OnFeatureSupport, 5));
   add(kPenDockPowerSaving, Flag(&LocalValues::penDockPowerSaving, &Slots::OnPenDockPowerSaving));
   add(kAutoExecuteButton, ButtonFunction(&LocalValues::autoExecuteButton));
   add(kAutoExecuteButton + kNameOffset,
@@ -69,8 +69,9 @@ std::vector<HandlerEntry> BuildHandlers() {
   add(kPenGesturesEnabled, Flag(&LocalValues::penGesturesEnabled, &Slots::OnPenGesturesEnabled, 8));
   add(kMagnifierEnabled, Flag(&LocalValues::magnifierEnabled, &Slots::OnMagnifierEnabled, 8));
 
-  add(kRadialZonesCount, ZonesCount(&LocalValues::radialZonesCount, 0));
-  add(kRadialZonesCount2, ZonesCount(&LocalValues::radialZonesCount2, 1));
+  add(kRadialZonesCount, ZonesCount(&LocalValues::radialZonesCount, 0, &Slots::OnRadialZonesCount));
+  add(kRadialZonesCount2,
+      ZonesCount(&LocalValues::radialZonesCount2, 1, &Slots::OnRadialZonesCount));
   add(kCenterRightClick, Flag(&LocalValues::centerRightClick, &Slots::OnCenterRightClick));
   for (int32_t wedge = 0; wedge < kWedgeCount; ++wedge) {
     const int32_t function = kFirstWedge + wedge * kWedgeStride;
@@ -101,7 +102,7 @@ std::vector<HandlerEntry> BuildHandlers() {
       FunctionOptions(&LocalValues::radialWedgeOptions, &Slots::OnRadialWedgeOptions));
   add(kDisplayZoomMap, DisplayZoomMap());
 
-  add(kOpaqueModeSupported, Feature(KORVUISD_FEATURE_OPAQUE_MODE));
+  add(kOpaqueModeSupported, Feature(KORVUISD_FEATURE_OPAQUE_MODE, &Slots::OnFeatureSupport, 5));
   add(kOpaqueEnabledGlobal, Flag(&LocalValues::opaqueEnabledGlobal, &Slots::OnOpaqueEnabledGlobal));
   add(kOpaqueInSetupGuide, Flag(&LocalValues::opaqueInSetupGuide, &Slots::OnOpaqueInSetupGuide));
   add(kOpaqueRememberDisplay,

@@ -5,7 +5,6 @@
 #include <array>
 #include <cstdint>
 #include <map>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -14,6 +13,9 @@
 
 namespace KorvuISD {
 
+// The battery status of a pen of which none has arrived.
+inline constexpr int32_t kNoBatteryStatus = -1;
+
 // What has been announced of the pen at hand, until it makes or completes a record.
 struct PenStaging {
   uint8_t vendorId = 0;
@@ -21,7 +23,6 @@ struct PenStaging {
   int32_t inProximity = 0;
   std::wstring serialNumber;
   std::wstring penId;
-  int32_t batteryStatus = -1;  // a record starts with it: none has arrived
 };
 
 // The same of the Bluetooth module.
@@ -33,7 +34,8 @@ struct ModuleStaging {
   int32_t connected = 0;
 };
 
-// Pens by serial number. A record does not move while the table lives, so a callback may add pens.
+// Pens by serial number. A record does not move while the table lives: handlers keep a reference to
+// one while others come.
 using PenTable = std::map<std::wstring, PenInfo>;
 
 // Options of one list by function code.

@@ -17,6 +17,8 @@ constexpr std::wstring_view kClose = L" }";
   throw std::invalid_argument("malformed zoom map");
 }
 
+// Stricter than numbers elsewhere: a map that is read half wrong would move the picture, and the
+// form is the one that we write.
 bool IsDecimal(std::wstring_view text) {
   if (text.starts_with(L'-')) text.remove_prefix(1);
   return !text.empty() && text.find_first_not_of(L"0123456789") == std::wstring_view::npos;

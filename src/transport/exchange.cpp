@@ -105,9 +105,12 @@ bool Exchange::Judge(const std::wstring& sent, const std::wstring& reply,
   const Reply judged = ClassifyReply(sent, reply);
   switch (judged.kind) {
     case ReplyKind::kValue: {
-      const std::wstring key(RequestPart(sent));
+      const std::wstring_view key = RequestPart(sent);
       replyValue = judged.value;
-      Trace(L"SendJSON: parsed key %s; parsed value %s.\r\n", key.c_str(), replyValue.c_str());
+      if (traceEnabled) {
+        Trace(L"SendJSON: parsed key %s; parsed value %s.\r\n", std::wstring(key).c_str(),
+              replyValue.c_str());
+      }
       client.DispatchValue(key, replyValue);
       return true;
     }

@@ -5,6 +5,12 @@
 #include "core/settings_client.h"
 
 namespace KorvuISD {
+namespace {
+
+// Manual requests are for applications that know all of the interface.
+constexpr int32_t kManualRequestVersion = 9;
+
+}  // namespace
 
 void SettingsClient::EnqueueMessage(std::wstring message) {
   outboundQueue.push_back(std::move(message));
@@ -18,7 +24,7 @@ void SettingsClient::EnqueueMessage(std::vector<std::wstring>& messages) {
 
 void SettingsClient::SendManual(const wchar_t* message, void* context,
                                 ManualReplyCallback callback) {
-  if (APIVersion() < KORVUISD_API_VERSION_MAX) return;
+  if (APIVersion() < kManualRequestVersion) return;
   std::wstring text = message;
   RunLocked([&]() REQUIRES(g_apiMutex) { manualRequests.Register(text, context, callback); });
   RunLocked([&]() REQUIRES(g_apiMutex) { EnqueueMessage(std::move(text)); });

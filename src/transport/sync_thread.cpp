@@ -187,10 +187,13 @@ void SyncThread::Announce() {
         marks.start, marks.separator, marks.end, marks.keyLength, marks.valueLength);
     return;
   }
-  const std::wstring key(announcement.key);
   const std::wstring value(announcement.value);
-  Trace(L"SyncThread: parsed key %s; parsed value %s.\r\n", key.c_str(), value.c_str());
-  client.DispatchValue(key, value);
+  if (traceEnabled) {
+    // A terminated copy of the key, which nothing else needs.
+    const std::wstring key(announcement.key);
+    Trace(L"SyncThread: parsed key %s; parsed value %s.\r\n", key.c_str(), value.c_str());
+  }
+  client.DispatchValue(announcement.key, value);
 }
 
 DWORD SyncThread::Close() {
@@ -256,7 +259,7 @@ bool StartSyncThread(std::shared_ptr<SettingsClient> client, ConnectionNumber nu
   const HANDLE thread = CreateThread(nullptr, 0, SyncThreadMain, start.get(), 0, nullptr);
   if (!thread) return false;
   static_cast<void>(start.release());  // the thread has it now
-  CloseHandle(thread);  // nobody joins it
+  CloseHandle(thread);                 // nobody joins it
   return true;
 }
 

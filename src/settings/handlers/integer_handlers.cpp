@@ -80,25 +80,27 @@ SettingHandler HoverClick(KorvuISD_SideSwitch LocalValues::*sideSwitch,
   };
 }
 
-SettingHandler ZonesCount(uint8_t LocalValues::*field, int32_t ring) {
+SettingHandler ZonesCount(uint8_t LocalValues::*field, int32_t ring,
+                          KorvuISD_ZonesCallback KorvuISD_Callbacks::*slot) {
   return [=](SettingsModel& model, const std::wstring& value) {
     if (value.empty()) return;
     const uint8_t count = static_cast<uint8_t>(ConvertNumber(value));
     uint8_t& stored = model.values.*field;
     if (count == stored) return;
     stored = count;
-    model.Fire(&KorvuISD_Callbacks::OnRadialZonesCount, ring, count);
+    model.Fire(slot, ring, count);
   };
 }
 
-SettingHandler Feature(int32_t feature) {
+SettingHandler Feature(int32_t feature, KorvuISD_FeatureCallback KorvuISD_Callbacks::*slot,
+                       int32_t leastApiVersion) {
   return [=](SettingsModel& model, const std::wstring& value) {
-    if (model.apiVersion < 5) return;
+    if (model.apiVersion < leastApiVersion) return;
     const int32_t supported = value.empty() ? 0 : AsFlag(ConvertNumber(value));
     const uint32_t bit = 1U << feature;
     uint32_t& flags = model.values.featureFlags;
     flags = supported ? flags | bit : flags & ~bit;
-    model.Fire(&KorvuISD_Callbacks::OnFeatureSupport, feature, supported);
+    model.Fire(slot, feature, supported);
   };
 }
 

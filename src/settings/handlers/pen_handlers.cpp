@@ -55,16 +55,17 @@ SettingHandler ModuleText(std::wstring ModuleStaging::*field) {
   };
 }
 
-SettingHandler ModuleConnection() {
-  return [](SettingsModel& model, const std::wstring& value) {
-    if (model.apiVersion < 3 || value.empty()) return;
+SettingHandler ModuleConnection(int32_t leastApiVersion) {
+  return [=](SettingsModel& model, const std::wstring& value) {
+    if (model.apiVersion < leastApiVersion || value.empty()) return;
     const int32_t connected = ConvertNumber(value) != 0 ? 1 : 0;
     LocalValues& values = model.values;
     if (connected == values.moduleStaging.connected) return;
     values.moduleStaging.connected = connected;
     if (MergeModule(model)) return;
 
-    // No record bears the module's identity yet, or it just left: the pen at hand has it.
+    // No record bears the module's identity yet, or it just left. All that is known then is which
+    // pen is at hand; the record of a module that left another one keeps its word.
     const auto pen = values.pens.find(values.penStaging.serialNumber);
     if (pen == values.pens.end()) return;
     pen->second.moduleConnected = connected;

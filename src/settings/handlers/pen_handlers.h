@@ -15,6 +15,9 @@ SettingHandler PenText(std::wstring PenStaging::*field);
 
 SettingHandler ModuleProductId();
 SettingHandler ModuleText(std::wstring ModuleStaging::*field);
-SettingHandler ModuleConnection();
+
+// Below this API version it is not known whether the module is connected.
+inline constexpr int32_t kModuleConnectionVersion = 3;
+SettingHandler ModuleConnection(int32_t leastApiVersion);
 
 }  // namespace KorvuISD

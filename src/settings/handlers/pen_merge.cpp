@@ -1,5 +1,6 @@
 #include "settings/handlers/pen_merge.h"
 
+#include "settings/handlers/pen_handlers.h"
 #include "settings/text_fields.h"
 
 namespace KorvuISD {
@@ -35,7 +36,7 @@ PenInfo NewPen(const LocalValues& values) {
   pen.vendorId = staged.vendorId;
   pen.penType = staged.penType;
   pen.inProximity = staged.inProximity;
-  pen.batteryStatus = staged.batteryStatus;
+  pen.batteryStatus = kNoBatteryStatus;
   SetField(pen.firmwareVersion, values.firmwareVersion);
   pen.sensorId = values.sensorId;
   // The dock is the tablet's: what one record says of it holds for all.
@@ -70,7 +71,7 @@ void MergePen(SettingsModel& model) {
 bool MergeModule(SettingsModel& model) {
   const ModuleStaging& staged = model.values.moduleStaging;
   if (staged.serialNumber.empty() || staged.moduleId.empty()) return false;
-  if (model.apiVersion >= 3 && !staged.connected) return false;
+  if (model.apiVersion >= kModuleConnectionVersion && !staged.connected) return false;
   const auto pen = model.values.pens.find(staged.serialNumber);
   if (pen == model.values.pens.end()) return false;
 
@@ -91,7 +92,7 @@ PenInfo& CurrentPen(SettingsModel& model) {
       isReported ? values.currentPenSerial : values.penStaging.serialNumber;
   const auto [pen, isNew] = values.pens.try_emplace(serialNumber);
   if (isNew) {
-    pen->second.batteryStatus = values.penStaging.batteryStatus;
+    pen->second.batteryStatus = kNoBatteryStatus;
     if (isReported) SetField(pen->second.serialNumber, serialNumber);
     MergeModule(model);  // the module may have waited for this pen
   }

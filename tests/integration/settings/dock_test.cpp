@@ -84,4 +84,19 @@ TEST_F(Dock, OfACurrentPenWithoutRecordIsStoredForTheOthersToo) {
             Both({PenFired({.serial = L"S1", .id = L"P1", .inProximity = 1, .docked = 1})}));
 }
 
+// The first by serial number, whichever pen is at hand.
+TEST_F(Dock, OfANewPenIsWhatTheFirstRecordSays) {
+  Begin(7);
+  Meet(L"S5", L"P5");
+  ASSERT_EQ(Announced(kTabletPenSerial, L"S5"), kNothing);
+  ASSERT_EQ(Announced(kDocked, L"1"),
+            Both({PenFired({.serial = L"S5", .id = L"P5", .docked = 1})}));
+  ASSERT_EQ(Announced(kTabletPenSerial, L"S1"), kNothing);
+  EXPECT_EQ(Announced(kPenBattery, L"50"), Both({PenFired({.serial = L"S1", .battery = 50})}))
+      << "the record that a battery value makes is empty but for it";
+  Meet(L"S9", L"P9");
+  EXPECT_EQ(Proximity(L"S9", L"P9", true),
+            Both({PenFired({.serial = L"S9", .id = L"P9", .inProximity = 1})}));
+}
+
 }  // namespace

@@ -1,7 +1,6 @@
 // For every key with a handler, the values of a short life and the calls that each must cause.
 //
-// Written down from the description of the families, key by key, and not from the library's own
-// table.
+// Written down key by key, and not taken from the library's own table.
 #pragma once
 
 #include <ostream>

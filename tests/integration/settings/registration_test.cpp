@@ -45,6 +45,12 @@ TEST_F(Registration, UnderTheSameContextReplacesTheOneBefore) {
                    {kOnUndockedWait, HigherContext(), L"2"}}));
 }
 
+TEST_F(Registration, UnderTheSameContextIsToldTheFixedNumbersAgain) {
+  Begin();
+  Register(LowerContext());
+  EXPECT_EQ(recorder.Calls(), Greeting(LowerContext()));
+}
+
 TEST_F(Registration, OfNullRemovesTheOneBeforeAndTellsNothing) {
   Begin();
   library.KorvuISD_RegisterCallbacks(nullptr, LowerContext());

@@ -120,6 +120,7 @@ TEST_F(CallbackThatRegisters, MayRemoveItselfWhileItIsBeingRegistered) {
   library.KorvuISD_SetAPIVersion(9);
   Register(kMiddle);
   recorder.WhenCalled(nullptr);
+  EXPECT_EQ(recorder.Calls(), (Calls{{kOnWedgeCapacity, kMiddle, L"16"}}));
   Register(kLast);
   ConnectQuietly();
   EXPECT_EQ(Told(kAlertDelay), (Contexts{kLast}));

@@ -1,5 +1,4 @@
-// Setting indices and callback slots by name, as the service's and the interface's documentation
-// number them. Of a button, the index is that of its function.
+// Setting indices and callback slots by name. Of a button, the index is that of its function.
 #pragma once
 
 namespace settings_test {

@@ -39,7 +39,6 @@ TEST_F(StoredValues, AreZeroAndEmptyAtFirst) {
   EXPECT_EQ(values.radialZonesCount, 0);
   EXPECT_EQ(values.wedges[15].function, 0);
   EXPECT_EQ(values.wedges[15].name[0], L'\0');
-  EXPECT_EQ(values.penStaging.batteryStatus, -1) << "none has arrived";
   EXPECT_THAT(values.pens, IsEmpty());
   EXPECT_THAT(values.monitors, IsEmpty());
 }
@@ -177,6 +176,20 @@ TEST_F(StoredValues, OfTheZoomMapStayWhenAMapIsMalformed) {
   EXPECT_THROW(Take(kDisplayZoomMap, L"{ 9, 9, 9, 12345678901 }"), std::out_of_range);
   ASSERT_EQ(values.displayZoomMap.size(), 2u);
   EXPECT_EQ(values.displayZoomMap[1].c, 7);
+}
+
+TEST_F(StoredValues, ARecordThatHasTheSensorIdAlreadyIsNotReported) {
+  Take(kSensorId, L"5");
+  Take(kPenIsDocked, L"");  // makes a record, without the sensor id
+  int reports = 0;
+  KorvuISD_Callbacks callbacks{};
+  callbacks.OnPenInfo = [](void* context, const PenInfo*) { ++*static_cast<int*>(context); };
+  model.callbackRegistrations.Add(&callbacks, &reports, 9);
+  Take(kSensorId, L"0");
+  EXPECT_EQ(values.sensorId, 0);
+  EXPECT_EQ(reports, 0);
+  Take(kSensorId, L"6");
+  EXPECT_EQ(reports, 1);
 }
 
 // Whatever reads a number raises the failures of the conversion, and has changed nothing before.
