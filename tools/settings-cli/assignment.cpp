@@ -72,7 +72,8 @@ void CheckStored(const Session& session, const std::string& what, const Assignme
         IsListedApplication(session.Values(), *wanted.text))) {
     throw StoredOtherwise(what, Quoted(*wanted.text), Quoted(stored.text));
   }
-  if (wanted.name && stored.name != *wanted.name) {
+  // From an empty name the service derives one.
+  if (wanted.name && !wanted.name->empty() && stored.name != *wanted.name) {
     throw StoredOtherwise(what, "the name " + Quoted(*wanted.name), Quoted(stored.name));
   }
 }
@@ -126,6 +127,11 @@ Assignment ParseAssignment(const AssignmentOptions& options) {
     if (!TakesText(assignment.code)) {
       throw UsageError(fmt::format(
           "function {} takes no TEXT; only 8 (keystrokes) and 23 (application) do", options.code));
+    }
+    if (assignment.code == KORVUISD_FUNCTION_KEYSTROKES && options.text.empty()) {
+      throw UsageError(
+          "TEXT is empty, and no keystrokes cannot be set; leave it out to keep those "
+          "that are stored");
     }
     assignment.text = FromUtf8(options.text);
   }

@@ -22,8 +22,12 @@ void Snapshot::Apply(const Event& event) {
 void Snapshot::ApplyPen(const Pen& pen) {
   // A pen may be told of before its serial number is known; it is the same pen afterwards.
   if (!pen.serialNumber.empty()) pens.erase(std::wstring());
+  const auto known = pens.find(pen.serialNumber);
+  const bool wasDocked = known != pens.end() && known->second.isDocked;
   pens.insert_or_assign(pen.serialNumber, pen);
-  // The dock belongs to the tablet: all pens share its state, and one of them reports it.
+  // The dock belongs to the tablet: where its state changes, all pens share it, and one of them
+  // reports it. A pen that is new may know nothing of it yet.
+  if (pen.isDocked == wasDocked) return;
   for (auto& [serialNumber, other] : pens) other.isDocked = pen.isDocked;
 }
 

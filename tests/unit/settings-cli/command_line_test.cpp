@@ -133,7 +133,7 @@ INSTANTIATE_TEST_SUITE_P(
         Wrong{{"zoom", "1", "2", "3", "4", "--default"}, "four numbers"}, Wrong{{"opaque"}, "WHAT"},
         Wrong{{"opaque", "nope", "1"}, "no setting 'nope'"},
         Wrong{{"opaque", "enable", "--default"}, "has no default"},
-        Wrong{{"opaque", "display-path", "--default"}, "has no default"},
+        Wrong{{"opaque", "display-path", "--default"}, "has no --default"},
         Wrong{{"opaque", "display-path"}, "VALUE is missing"},
         Wrong{{"opaque", "orientation", "4"}, "from 0 to 3"}, Wrong{{"get"}, "KEY"},
         Wrong{{"get", "TiltSensitivty"}, "Near it"}, Wrong{{"get", "HoverClick"}, "means 2 keys"},

@@ -45,6 +45,15 @@ TEST(CliSnapshot, TheDockIsTheSameForAllPens) {
   EXPECT_TRUE(snapshot.Pens().at(L"A").isDocked);
 }
 
+TEST(CliSnapshot, ANewPenThatKnowsNothingOfTheDockLeavesTheOthersDocked) {
+  Snapshot snapshot;
+  snapshot.Apply({Slot::kPenInfo, PenWith(L"A", true)});
+  snapshot.Apply({Slot::kPenInfo, PenWith(L"B")});
+  EXPECT_TRUE(snapshot.Pens().at(L"A").isDocked);
+  snapshot.Apply({Slot::kPenInfo, PenWith(L"A")});
+  EXPECT_FALSE(snapshot.Pens().at(L"A").isDocked);
+}
+
 TEST(CliSnapshot, RingsAndFeaturesAreKeptApart) {
   Snapshot snapshot;
   EXPECT_FALSE(snapshot.RingCountOf(0) || snapshot.IsSupported(0));

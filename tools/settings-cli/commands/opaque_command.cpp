@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::string_view kDisplayPath = "display-path";
 constexpr std::string_view kDisplayPathHelp =
-    "  display-path         text         path of the display; an empty one is stored as empty\n";
+    "  display-path         text         path of the display; empty: the service's default\n";
 
 struct OpaqueOptions {
   std::string what;
@@ -30,14 +30,16 @@ ExitCode ChangeDisplayPath(Session& session, Terminal& terminal, const std::wstr
       StoreAndRead(
           session, kWhat, [&] { KorvuISD_SetOpaqueModeDisplayPath(path.c_str()); }, keys)
           .front();
-  if (stored != path) throw StoredOtherwise(kWhat, Quoted(path), Quoted(stored));
+  // To a service an empty value means its default, whatever that is.
+  if (!path.empty() && stored != path) throw StoredOtherwise(kWhat, Quoted(path), Quoted(stored));
   terminal.out.Line(fmt::format("{} = {}", kWhat, Quoted(stored)));
   return ExitCode::kDone;
 }
 
 Command SetDisplayPath(const ValueChoice& choice) {
   if (choice.useDefault) {
-    throw UsageError("opaque display-path has no default; an empty VALUE stores an empty path");
+    throw UsageError(
+        "opaque display-path has no --default; an empty VALUE lets the service use its default");
   }
   if (!choice.HasValue()) throw UsageError("VALUE is missing: opaque display-path takes a text");
   Command command;

@@ -32,7 +32,9 @@ ExitCode Send(Session& session, Terminal& terminal, const std::wstring& message)
 void AddRawCommand(CLI::App& app, Command& command) {
   const auto message = std::make_shared<std::string>();
   CLI::App* const raw = app.add_subcommand(
-      "raw", "Sends a message as it stands and prints the reply's value (1: acknowledged)");
+      "raw",
+      "Sends a message as it stands and prints the reply's value (1: acknowledged; nothing: the "
+      "value is empty, or the service does not know the key)");
   raw->add_option("MESSAGE", *message, R"(such as {"GetVal":"ComponentsDriver\\ServiceVersion"})")
       ->required();
   raw->callback([message, &command] {

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <memory>
+#include <string_view>
 
 #include "commands/commands.h"
 #include "console.h"
@@ -17,6 +18,15 @@ struct SetOptions {
   ValueChoice choice;
 };
 
+constexpr std::string_view kOpaquePrefix = "opaque-";
+constexpr const char* kOpaqueHelp =
+    "and those of opaque mode with opaque- before their names, as 'opaque --help' lists them\n";
+
+const PlainSetting* FindByName(std::string_view name) {
+  if (!name.starts_with(kOpaquePrefix)) return FindSetting(PlainSettings(), name);
+  return FindSetting(OpaqueSettings(), name.substr(kOpaquePrefix.size()));
+}
+
 Command PrintList() {
   Command command;
   command.runAlone = [](Terminal& terminal) {
@@ -29,7 +39,7 @@ Command PrintList() {
 Command Set(const SetOptions& options) {
   if (options.list) return PrintList();
   if (options.name.empty()) throw UsageError("NAME is missing; 'set --list' shows all names");
-  const PlainSetting* setting = FindSetting(PlainSettings(), options.name);
+  const PlainSetting* setting = FindByName(options.name);
   if (!setting) ThrowUnknownSetting(PlainSettings(), options.name);
   return ChangePlainSetting(*setting, options.name, options.choice);
 }
@@ -42,7 +52,7 @@ void AddSetCommand(CLI::App& app, Command& command) {
   set->add_option("NAME", options->name, "the setting; see below");
   options->choice.AddTo(*set);
   set->add_flag("--list", options->list, "show all names, and what values they take");
-  set->footer(fmt::format("Names and values:\n{}", SettingsHelp(PlainSettings())));
+  set->footer(fmt::format("Names and values:\n{}{}", SettingsHelp(PlainSettings()), kOpaqueHelp));
   set->callback([options, &command] { command = Set(*options); });
 }
 
