@@ -1,0 +1,75 @@
+#include "runner/rows.h"
+
+namespace Bench {
+namespace {
+
+// Measuring itself takes this much of an idle process's processor time, give or take.
+constexpr double kIdleToleranceUs = 500;
+// After 200 connections. One of each, held on to, would be 200 handles and much more memory; a
+// thread that is just ending, a lock's first contention and the heap's own account for these.
+constexpr double kFlatHandles = 2;
+constexpr double kFlatKb = 64;
+
+const std::vector<std::string> kFour = {kDll, kFloor, kLimit, kPeer};
+
+std::vector<Row> BuildRows() {
+  const std::vector<Bar> nearFloor = {{kDll, kFloor, 1.02}};
+  const std::vector<Bar> none = {{kDll, std::nullopt, 0}};
+  const std::vector<Bar> setter = {{kDll, kFloor, 1.0}, {kDll, kPeer, 0.70}};
+  std::vector<std::string> five = kFour;
+  five.emplace_back(kTracing);
+  std::vector<std::string> variants = kFour;
+  variants.insert(variants.end(), std::begin(kWithout), std::end(kWithout));
+  std::vector<std::string> all = five;
+  all.insert(all.end(), std::begin(kWithout), std::end(kWithout));
+
+  using namespace Rows;
+  std::vector<Row> rows = {
+      {kExchangeWall, "us", all, nearFloor},
+      {kExchangeCpu, "us", all, nearFloor},
+      {std::string(kFirstKey) + ", wall", "us each", variants, nearFloor},
+      {std::string(kFirstKey) + ", CPU", "us each", variants, nearFloor},
+      {std::string(kFirstKey) + ", lost", "", variants, none, true},
+      {std::string(kLastKey) + ", wall", "us each", kFour, nearFloor},
+      {std::string(kLastKey) + ", CPU", "us each", kFour, nearFloor},
+      {std::string(kLastKey) + ", lost", "", kFour, none, true},
+      {std::string(kTraffic) + ", lost", "", kFour, none, true},
+      {std::string(kAnnouncement) + ", p50", "us", kFour, {{kDll, kPeer, 1.0}}},
+      {std::string(kAnnouncement) + ", p99", "us", kFour, {}},
+      {std::string(kSetterCallback) + ", p50", "us", kFour, {}},
+      {std::string(kSetterCallback) + ", p99", "us", kFour, {}},
+      {kSetterOffline, "us", {kDll, kFloor, kPeer}, setter},
+      {kSetterOnline, "us", {kDll, kFloor, kPeer}, setter},
+      {kConnect, "ms", kFour, nearFloor},
+  };
+  for (const QueueLevel& level : kQueueLevels) {
+    rows.push_back({std::string(kSetterQueued) + level.name, "us", {kDll}, {}});
+    rows.push_back({std::string(kBytesQueued) + level.name, "bytes", {kDll}, {{kDll, {}, 200}}});
+  }
+  const std::vector<Row> rest = {
+      {kQueueGrowth, "", {kDll}, {{kDll, {}, 1.05}}},
+      {kLoss, "ms", {kDll}, {}},
+      {kFile, "KB", {kDll}, {{kDll, {}, 450}}},
+      {kImage, "KB", {kDll}, {}},
+      {kLoad, "ms", {kDll}, {}},
+      {kLoadMemory, "KB", {kDll}, {}},
+      {kConnectedMemory, "KB", {kDll}, {}},
+      {std::string(kReconnects) + ", handles", "more", {kDll}, {{kDll, {}, kFlatHandles}}},
+      {std::string(kReconnects) + ", memory", "KB more", {kDll}, {{kDll, {}, kFlatKb}}},
+      {std::string(kCycles) + ", handles", "more", {kDll}, {{kDll, {}, kFlatHandles}}},
+      {std::string(kCycles) + ", memory", "KB more", {kDll}, {{kDll, {}, kFlatKb}}},
+      {kIdle, "us", {kDll, kEmpty}, {}},
+      {std::string(kIdle) + ", above empty", "us", {kDll}, {{kDll, {}, kIdleToleranceUs}}},
+  };
+  rows.insert(rows.end(), rest.begin(), rest.end());
+  return rows;
+}
+
+}  // namespace
+
+const std::vector<Row>& AllRows() {
+  static const std::vector<Row> rows = BuildRows();
+  return rows;
+}
+
+}  // namespace Bench

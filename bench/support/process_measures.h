@@ -1,0 +1,15 @@
+// What this process holds.
+#pragma once
+
+#include <cstdint>
+
+namespace Bench {
+
+struct Holdings {
+  int64_t privateBytes;
+  int64_t handles;
+};
+
+Holdings CurrentHoldings();
+
+}  // namespace Bench
