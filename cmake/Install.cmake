@@ -1,0 +1,121 @@
+# What is installed and packed: one relocatable folder for applications of either toolchain. The
+# symbols are a component of their own, since they are many times the size of all the rest.
+include(CMakePackageConfigHelpers)
+include(GNUInstallDirs)
+
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/${PROJECT_NAME})
+set(generated_dir ${PROJECT_BINARY_DIR}/package-files)
+set(installed_targets KorvuTabletSettingsAPI)
+if(KORVU_BUILD_TOOLS)
+  list(APPEND installed_targets korvu-settings korvu-settings-service)
+endif()
+
+install(
+  TARGETS ${installed_targets}
+  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT package
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT package)
+
+foreach(target IN LISTS installed_targets)
+  if(MSVC)
+    set(symbols $<TARGET_PDB_FILE:${target}>)
+  elseif(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    set(symbols $<TARGET_FILE_DIR:${target}>/$<TARGET_FILE_BASE_NAME:${target}>.pdb)
+  else()
+    set(symbols $<TARGET_FILE:${target}>.debug)
+  endif()
+  # Not every build type has them in a file of their own.
+  install(FILES ${symbols} DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT symbols OPTIONAL)
+endforeach()
+
+# Microsoft's linker takes no import library of ours but its own form, which needs only the names.
+if(NOT MSVC)
+  # llvm-lib would do too, but that of LLVM 14 reads no .def files. GNU's dlltool makes another form.
+  find_program(LLVM_DLLTOOL NAMES llvm-dlltool REQUIRED
+               DOC "Makes the import library for Microsoft's linker")
+  set(definitions ${PROJECT_SOURCE_DIR}/src/core/${PROJECT_NAME}.def)
+  set(msvc_library ${PROJECT_BINARY_DIR}/lib/${PROJECT_NAME}.lib)
+  add_custom_command(
+    OUTPUT ${msvc_library}
+    COMMAND ${LLVM_DLLTOOL} --machine i386:x86-64 --input-def ${definitions} --dllname
+            ${PROJECT_NAME}.dll --output-lib ${msvc_library}
+    DEPENDS ${definitions}
+    VERBATIM)
+  add_custom_target(korvu-msvc-import-library ALL DEPENDS ${msvc_library})
+  install(FILES ${msvc_library} DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT package)
+endif()
+
+install(
+  DIRECTORY ${PROJECT_SOURCE_DIR}/include/
+  DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+  COMPONENT package)
+
+set(config_dll ${CMAKE_INSTALL_BINDIR}/${PROJECT_NAME}.dll)
+set(config_mingw_library ${CMAKE_INSTALL_LIBDIR}/lib${PROJECT_NAME}.dll.a)
+set(config_msvc_library ${CMAKE_INSTALL_LIBDIR}/${PROJECT_NAME}.lib)
+set(config_include ${CMAKE_INSTALL_INCLUDEDIR})
+configure_package_config_file(
+  ${PROJECT_SOURCE_DIR}/cmake/Config.cmake.in ${generated_dir}/${PROJECT_NAME}Config.cmake
+  INSTALL_DESTINATION ${package_dir}
+  PATH_VARS config_dll config_mingw_library config_msvc_library config_include)
+write_basic_package_version_file(
+  ${generated_dir}/${PROJECT_NAME}ConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+install(
+  FILES ${generated_dir}/${PROJECT_NAME}Config.cmake
+        ${generated_dir}/${PROJECT_NAME}ConfigVersion.cmake
+  DESTINATION ${package_dir}
+  COMPONENT package)
+
+# From the folder of the .pc file, so that the package may lie anywhere.
+set(pkgconfig_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+file(RELATIVE_PATH pkgconfig_prefix /prefix/${pkgconfig_dir} /prefix)
+string(REGEX REPLACE "/$" "" pkgconfig_prefix ${pkgconfig_prefix})
+configure_file(${PROJECT_SOURCE_DIR}/cmake/package.pc.in ${generated_dir}/${PROJECT_NAME}.pc @ONLY)
+install(FILES ${generated_dir}/${PROJECT_NAME}.pc DESTINATION ${pkgconfig_dir} COMPONENT package)
+
+# The pages lie to each other as they do in the source tree, so that their links hold, but for those
+# to the headers.
+install(
+  FILES ${PROJECT_SOURCE_DIR}/CHANGELOG.md ${PROJECT_SOURCE_DIR}/LICENSE ${PROJECT_SOURCE_DIR}/README.md
+  DESTINATION ${CMAKE_INSTALL_DOCDIR}
+  COMPONENT package)
+install(
+  DIRECTORY ${PROJECT_SOURCE_DIR}/docs ${PROJECT_SOURCE_DIR}/examples
+  DESTINATION ${CMAKE_INSTALL_DOCDIR}
+  COMPONENT package
+  PATTERN "Doxyfile*" EXCLUDE
+  REGEX "examples/CMakeLists.txt$" EXCLUDE)
+install(
+  FILES ${PROJECT_SOURCE_DIR}/tools/settings-service/README.md
+  DESTINATION ${CMAKE_INSTALL_DOCDIR}/tools/settings-service
+  COMPONENT package)
+
+file(RELATIVE_PATH headers_from_pages /prefix/${CMAKE_INSTALL_DOCDIR} /prefix/${CMAKE_INSTALL_INCLUDEDIR})
+install(
+  CODE "execute_process(
+    COMMAND \"${CMAKE_COMMAND}\" -D \"FOLDER=\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DOCDIR}\"
+            -D \"HEADERS=${headers_from_pages}\" -P \"${PROJECT_SOURCE_DIR}/cmake/RelinkPages.cmake\"
+    COMMAND_ERROR_IS_FATAL ANY)"
+  COMPONENT package)
+
+# The licenses of what is compiled into the files. On other systems than Debian they lie elsewhere,
+# and whoever packs there adds them.
+foreach(package libcli11-dev libfmt-dev mingw-w64-x86-64-dev nlohmann-json3-dev gcc-mingw-w64-base)
+  install(
+    FILES /usr/share/doc/${package}/copyright
+    DESTINATION ${CMAKE_INSTALL_DOCDIR}/third-party
+    RENAME ${package}.txt
+    COMPONENT package
+    OPTIONAL)
+endforeach()
+
+set(CPACK_GENERATOR ZIP)
+set(CPACK_PACKAGE_NAME ${PROJECT_NAME})
+set(CPACK_PACKAGE_FILE_NAME ${PROJECT_NAME}-${PROJECT_VERSION}-win64)
+set(CPACK_PACKAGE_CHECKSUM SHA256)
+set(CPACK_VERBATIM_VARIABLES ON)
+set(CPACK_COMPONENTS_ALL package symbols)
+set(CPACK_ARCHIVE_COMPONENT_INSTALL ON)
+set(CPACK_COMPONENTS_GROUPING IGNORE)
+set(CPACK_ARCHIVE_PACKAGE_FILE_NAME ${CPACK_PACKAGE_FILE_NAME})
+set(CPACK_ARCHIVE_SYMBOLS_FILE_NAME ${CPACK_PACKAGE_FILE_NAME}-symbols)
+include(CPack)
