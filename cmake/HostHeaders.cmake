@@ -1,4 +1,5 @@
 # The header-only libraries of the tools: korvu_cli11, korvu_fmt, korvu_json.
+include_guard(GLOBAL)
 
 # A Windows host brings them as CMake packages (vcpkg and Conan have all three). Elsewhere they are
 # the host system's; but a cross-compiler must not see /usr/include as a whole, since the host's C

@@ -5,6 +5,7 @@ set -euo pipefail
 packages=(
   ca-certificates
   clang
+  clang-14
   clang-format
   clang-tidy
   cmake
@@ -12,10 +13,13 @@ packages=(
   g++
   g++-mingw-w64-x86-64-posix
   googletest
+  libasio-dev
+  libclang-rt-14-dev
   libcli11-dev
   libfmt-dev
   lld
   llvm
+  llvm-14
   make
   ninja-build
   nlohmann-json3-dev

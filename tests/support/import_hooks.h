@@ -15,6 +15,7 @@
 #include <thread>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 #include "support/library.h"
 
@@ -42,7 +43,7 @@ class Hook {
   struct Traits<Result(WINAPI*)(Arguments...)> {
     using Replacement = std::function<Result(Arguments...)>;
     static Result WINAPI Call(Arguments... arguments) {
-      const auto current = Current();
+      const Replacement* const current = Current();
       return current ? (*current)(arguments...) : Real(arguments...);
     }
     static Result Real(Arguments... arguments) {
@@ -64,7 +65,8 @@ class Hook {
     WatchRuntimeHandles(library);
     {
       const std::lock_guard lock(mutex);
-      current = std::make_shared<const Replacement>(std::move(replacement));
+      kept.push_back(std::make_unique<const Replacement>(std::move(replacement)));
+      current = kept.back().get();
     }
     if (!real) real = RedirectImport(library, Name::kName, reinterpret_cast<void*>(&Own::Call));
   }
@@ -78,13 +80,16 @@ class Hook {
   static constexpr auto Real = &Own::Real;
 
  private:
-  static std::shared_ptr<const Replacement> Current() {
+  static const Replacement* Current() {
     const std::lock_guard lock(mutex);
     return current;
   }
 
   inline static std::mutex mutex;
-  inline static std::shared_ptr<const Replacement> current;
+  inline static const Replacement* current = nullptr;
+  // All replacements, for as long as the process lives: a call may be inside one when the next
+  // takes its place, and a call that ends its thread never comes back out of it.
+  inline static auto& kept = *new std::vector<std::unique_ptr<const Replacement>>;
   inline static std::atomic<void*> real = nullptr;
 };
 

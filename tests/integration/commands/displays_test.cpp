@@ -61,7 +61,7 @@ TEST_F(OpaqueModeEnabled, SendsItsNumberAsGivenFromVersion1On) {
                                                           {INT32_MAX, L"2147483647"},
                                                           {INT32_MIN, L"2147483648"}};
     for (const auto& [value, sent] : samples) {
-      EXPECT_EQ(SentBy([&] { library.KorvuISD_SetOpaqueModeEnabled(value); }),
+      EXPECT_EQ(SentBy([&, number = value] { library.KorvuISD_SetOpaqueModeEnabled(number); }),
                 (Messages{Set(kOpaqueEnabled, sent), Request(kOpaqueEnabled)}))
           << value << " at API version " << version;
     }

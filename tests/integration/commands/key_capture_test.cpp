@@ -143,7 +143,8 @@ TEST_F(KeyCapture, ClearsBytesNotCodeUnitsAndWritesNothingOutsideTheBuffer) {
 }
 
 TEST_F(KeyCapture, LeavesABufferThatTheCallerClearedTerminated) {
-  for (const size_t held : {1, 7, 8, 9, 15}) {
+  constexpr size_t kSizes[] = {1, 7, 8, 9, 15};
+  for (const size_t held : kSizes) {
     const std::wstring sequence = Sequence(held);
     Capture(sequence);
     Buffer buffer(16, 0);

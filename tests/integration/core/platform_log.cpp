@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <condition_variable>
+#include <cstdint>
 #include <map>
 #include <mutex>
 #include <sstream>
@@ -110,7 +111,7 @@ struct PlatformLog::State {
   std::condition_variable changed;
   std::vector<Line> lines;
   std::map<HANDLE, std::string> names;
-  std::map<std::string, int> numbers;
+  std::map<std::string, uint64_t> numbers;
   std::map<std::string, int> counts;
   std::map<std::pair<std::string, int>, DWORD> failures;
 };

@@ -75,15 +75,6 @@ TEST(ShutdownSignal, NeverReachesAnEventThatGotTheNumberOfTheClosedOne) {
   }
 }
 
-TEST(ShutdownSignal, ClosesAnEventThatNobodyTook) {
-  HANDLE event = nullptr;
-  {
-    const ShutdownSignal signal;
-    event = signal.WaitHandle();
-  }
-  EXPECT_EQ(WaitForSingleObject(event, 0), WAIT_FAILED);
-}
-
 TEST(ShutdownSignal, LeavesATakenEventOpen) {
   HANDLE event = nullptr;
   {

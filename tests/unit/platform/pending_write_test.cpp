@@ -33,7 +33,8 @@ class PendingWrite : public testing::Test {
     }
   }
 
-  support::PipePair pipe{4096};
+  // Room for one of those messages, and not for two.
+  support::PipePair pipe{2048 * sizeof(wchar_t)};
   PendingIo io;
 };
 

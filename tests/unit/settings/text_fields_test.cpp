@@ -39,6 +39,8 @@ TEST(TextFields, AShorterTextClearsTheRest) {
 TEST(TextFields, ANameOf511CodeUnitsIsKeptWhole) {
   const std::wstring name(511, L'n');
   EXPECT_EQ(CutToNameField(name), name);
+  const std::wstring endingInHalfAPair = std::wstring(510, L'n') + wchar_t{0xD83D};
+  EXPECT_EQ(CutToNameField(endingInHalfAPair), endingInHalfAPair);
 }
 
 TEST(TextFields, ALongerNameIsCutTo511CodeUnits) {

@@ -79,6 +79,10 @@ TEST(Announcement, ASeparatorBeforeTheOpeningFragmentMakesTheKeyReachToTheEnd) {
   ExpectAnnouncement(LR"(a":"b{"c"})", LR"(:"b{"c"})", LR"(b{"c)");
 }
 
+TEST(Announcement, ASeparatorInTheOpeningFragmentMakesTheKeyReachToTheEnd) {
+  ExpectAnnouncement(LR"({":":"v"})", LR"(:":"v"})", LR"(:"v)");
+}
+
 TEST(Announcement, WithoutAKeyIsInvalid) {
   ExpectInvalid(LR"({"":"x"})", 0, 2, 6, 0, 1);
 }
@@ -104,6 +108,10 @@ TEST(RequestPart, IsTheKeyOfAValueRequest) {
 
 TEST(RequestPart, IsTheValueOfASetMessage) {
   EXPECT_EQ(RequestPart(LR"({"a":"5"})"), L"5");
+}
+
+TEST(RequestPart, BeginsBehindASeparatorInTheOpeningFragment) {
+  EXPECT_EQ(RequestPart(LR"({":":"v"})"), LR"(:"v)");
 }
 
 TEST(RequestPart, OfTheProbeIsAQuestionMark) {
