@@ -16,8 +16,7 @@ constexpr int kFirstWedgeKey = 46;
 constexpr int kKeysPerWedge = 4;
 
 std::wstring WedgeKey(size_t wedge) {
-  return expected::SettingKeys().at(kFirstWedgeKey +
-                                             kKeysPerWedge * static_cast<int>(wedge));
+  return expected::SettingKeys().at(kFirstWedgeKey + kKeysPerWedge * static_cast<int>(wedge));
 }
 
 }  // namespace

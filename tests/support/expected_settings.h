@@ -1,4 +1,5 @@
-// The settings: what the tests hold the library's tables against. Written down a second time on purpose, by how the keys are composed.
+// The settings: what the tests hold the library's tables against. Written down a second time on
+// purpose, by how the keys are composed.
 #pragma once
 
 #include <map>
