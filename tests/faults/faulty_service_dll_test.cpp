@@ -9,6 +9,9 @@ using namespace support;
 
 namespace {
 
+constexpr int kPressureCurveSlot = 7;
+constexpr int kTiltSensitivitySlot = 8;
+
 struct Fault {
   const char* name;
   const char* begin;
@@ -43,6 +46,18 @@ INSTANTIATE_TEST_SUITE_P(
                     Fault{"IsBusy", "refuse", "accept", true},
                     Fault{"LosesConnections", "drop", "drop", true}),
     [](const auto& fault) { return std::string(fault.param.name); });
+
+class GarblingService : public FaultsTest {};
+
+// No exchange is under way meanwhile: a garbled reply would end the connection.
+TEST_F(GarblingService, AnnouncementsThatItGarblesAreSkipped) {
+  service.Command("garble");
+  service.Command("announce TiltSensitivity 13");
+  service.Command("ungarble");
+  service.Command("announce PressureCurve 1");
+  ASSERT_TRUE(recorder.WaitForSlot(kPressureCurveSlot, 1));
+  EXPECT_EQ(recorder.CountOf(kTiltSensitivitySlot), 0u);
+}
 
 class HalfAService : public FaultsTest {};
 

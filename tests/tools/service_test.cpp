@@ -131,15 +131,6 @@ TEST_F(Fault, AnOldProtocolIsNoConnection) {
   EXPECT_EQ(RunTool({"get", "TiltSensitivity"}), Done("12\n"));
 }
 
-TEST_F(Fault, GarbledAnnouncementsAreSkipped) {
-  Watcher watcher;
-  service.Give("garble");
-  service.Give("announce TiltSensitivity 13");
-  service.Give("ungarble");
-  service.Give("announce PressureCurve 1");
-  EXPECT_THAT(watcher.NewsUpTo("OnPressureCurve value=1"), Not(HasSubstr("value=13")));
-}
-
 TEST_F(Fault, MessagesInPiecesMeanTheSame) {
   service.Give("split");
   EXPECT_EQ(RunTool({"get", "TiltSensitivity", "ServiceVersion"}), Done("12\n6.4.2-17\n"));

@@ -55,6 +55,8 @@ TEST_F(SendTurn, TheNextMessageWaitsForTheReply) {
   });
   library.KorvuISD_SetEraserSinglePress(nullptr, 1);
   service.WaitForHeld();
+  // The service may have the message before the call that wrote it has returned.
+  ASSERT_TRUE(calls.WaitForCall(Function::kWriteFile, On::kDuplexPipe));
   EXPECT_EQ(calls.Calls(Function::kWriteFile, On::kDuplexPipe).size(), 1u);
   service.ReleaseHeld();
   EXPECT_EQ(service.WaitForRequests(3), RequestsOfEraser());
