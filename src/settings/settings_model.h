@@ -25,7 +25,8 @@ struct SettingsModel {
 };
 
 // Turns the value of one key into local values and callbacks. Runs under g_apiMutex. A value that
-// does not convert leaves as an exception of ConvertNumber, before anything has changed.
+// does not convert leaves as an exception of ConvertNumber, before anything has changed; of an
+// option list the items before the bad one have come in by then.
 using SettingHandler = std::function<void(SettingsModel&, const std::wstring& value)>;
 
 }  // namespace KorvuISD

@@ -1,44 +1,17 @@
 #include "faults/faults_test.h"
 
-#include <windows.h>
-#include <tlhelp32.h>
-
 #include <cstdlib>
 #include <thread>
 
+#include "support/process_usage.h"
 #include "support/wait.h"
 
 namespace support {
 namespace {
 
 constexpr int kBatteryAlertDelaySlot = 9;
-constexpr int64_t kHandlesOfTheRuntime = 5;  // and a leak at each fault is more
 // A service that is back is found within a second; the machine may be busy.
 constexpr std::chrono::minutes kRecovery{2};
-
-int64_t OpenHandles() {
-  // Asks for each possible handle: Wine's GetProcessHandleCount knows of none.
-  constexpr uintptr_t kStep = 4;
-  constexpr uintptr_t kHighest = kStep * 4096;
-  int64_t open = 0;
-  for (uintptr_t value = kStep; value < kHighest; value += kStep) {
-    DWORD flags = 0;
-    open += GetHandleInformation(reinterpret_cast<HANDLE>(value), &flags) != FALSE;
-  }
-  return open;
-}
-
-int64_t OpenThreads() {
-  const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
-  THREADENTRY32 entry{};
-  entry.dwSize = sizeof(entry);
-  int64_t threads = 0;
-  for (BOOL more = Thread32First(snapshot, &entry); more; more = Thread32Next(snapshot, &entry)) {
-    threads += entry.th32OwnerProcessID == GetCurrentProcessId();
-  }
-  CloseHandle(snapshot);
-  return threads;
-}
 
 template <class Condition>
 bool WaitUntil(Condition condition) {
@@ -90,14 +63,14 @@ void FaultsTest::ExpectRecovery(const std::string& what) {
 }
 
 FaultsTest::Usage FaultsTest::CurrentUsage() {
-  return {OpenHandles(), OpenThreads()};
+  return {OpenHandles(), RunningThreads()};
 }
 
 void FaultsTest::ExpectUsage(const Usage& expected) {
   Usage usage;
   EXPECT_TRUE(WaitUntil([&] {
     usage = CurrentUsage();
-    return usage.handles <= expected.handles + kHandlesOfTheRuntime &&
+    return usage.handles <= expected.handles + kHandlesOfTestLocks &&
            usage.threads <= expected.threads;
   })) << usage.handles
       << " handles and " << usage.threads << " threads instead of " << expected.handles << " and "

@@ -31,8 +31,8 @@ class FaultsTest : public testing::Test {
     int64_t threads = 0;
   };
   static Usage CurrentUsage();
-  // Handles that the system closes a moment after a thread's end count as closed. A few more than
-  // expected may be open: the C++ runtime makes one for a lock when two threads first meet on it.
+  // Handles that the system closes a moment after a thread's end count as closed, and those of the
+  // test's own locks do not count.
   static void ExpectUsage(const Usage& expected);
 
   // How often each fault strikes: some times in a test run, more with the variable

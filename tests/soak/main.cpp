@@ -20,7 +20,7 @@
 #include "soak/findings.h"
 #include "soak/registrations.h"
 #include "soak/troublemaker.h"
-#include "soak/usage.h"
+#include "support/process_usage.h"
 #include "support/service_process.h"
 #include "support/session.h"
 #include "support/wait.h"
@@ -41,6 +41,11 @@ void Print(const std::string& line) {
   std::puts(line.c_str());
   std::fflush(stdout);
 }
+
+struct Usage {
+  int64_t privateBytes = support::PrivateBytes();
+  int64_t handles = support::OpenHandles();
+};
 
 std::string InWords(const Usage& usage) {
   return fmt::format("{:.1f} MiB, {} handles",
@@ -79,10 +84,10 @@ class Soak {
   void Run(std::chrono::seconds duration) {
     const auto start = Clock::now();
     Round(start + std::min(kRound, duration));
-    usages.push_back(CurrentUsage());  // what is made once is there now
+    usages.emplace_back();  // what is made once is there now
     while (Clock::now() - start < duration) {
       Round(std::min(Clock::now() + kRound, start + duration));
-      usages.push_back(CurrentUsage());
+      usages.emplace_back();
     }
   }
 

@@ -10,9 +10,9 @@
 #include <stdexcept>
 
 #include <windows.h>
-#include <psapi.h>
 
 #include "integration/commands/commands_test.h"
+#include "support/process_usage.h"
 
 using namespace support;
 
@@ -36,25 +36,6 @@ int64_t HeapBlocks() {
     HeapUnlock(heap);
   }
   return blocks;
-}
-
-// Asks for each possible handle: Wine's GetProcessHandleCount knows of none.
-int64_t OpenHandles() {
-  constexpr uintptr_t kStep = 4;
-  constexpr uintptr_t kHighest = kStep * (3 * kThreadsPerRound + 1000);
-  int64_t open = 0;
-  for (uintptr_t value = kStep; value < kHighest; value += kStep) {
-    DWORD flags = 0;
-    open += GetHandleInformation(reinterpret_cast<HANDLE>(value), &flags) != FALSE;
-  }
-  return open;
-}
-
-// The private memory of the process. PrivateUsage is the same number, but Wine leaves it at 0.
-int64_t PrivateBytes() {
-  PROCESS_MEMORY_COUNTERS memory{};
-  GetProcessMemoryInfo(GetCurrentProcess(), &memory, sizeof(memory));
-  return static_cast<int64_t>(memory.PagefileUsage);
 }
 
 struct Usage {

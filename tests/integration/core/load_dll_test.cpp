@@ -3,14 +3,13 @@
 
 #include <windows.h>
 
-#include <tlhelp32.h>
-
 #include <memory>
 #include <thread>
 
 #include "integration/integration_test.h"
 #include "integration/transport/gate.h"
 #include "support/function_patch.h"
+#include "support/process_usage.h"
 #include "support/session.h"
 
 using namespace support;
@@ -38,25 +37,6 @@ bool Becomes(Condition condition) {
 
 bool IsUnloadedInTheEnd() {
   return Becomes([] { return !IsLoaded(); });
-}
-
-DWORD HandleCount() {
-  DWORD count = 0;
-  EXPECT_TRUE(GetProcessHandleCount(GetCurrentProcess(), &count));
-  return count;
-}
-
-size_t ThreadCount() {
-  const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
-  THREADENTRY32 entry{};
-  entry.dwSize = sizeof(entry);
-  size_t count = 0;
-  for (BOOL found = Thread32First(snapshot, &entry); found;
-       found = Thread32Next(snapshot, &entry)) {
-    if (entry.th32OwnerProcessID == GetCurrentProcessId()) ++count;
-  }
-  CloseHandle(snapshot);
-  return count;
 }
 
 // The next free slot of thread-local storage: higher, if some were not given back.
@@ -194,13 +174,13 @@ void LoadConnectShutdownUnload(int times) {
 TEST_F(Load, AHundredTimesLeavesNoHandleThreadOrSlotBehind) {
   // What the first use of the system's libraries makes for good is not ours.
   LoadConnectShutdownUnload(5);
-  const size_t threads = ThreadCount();
-  const DWORD handles = HandleCount();
+  const int64_t threads = RunningThreads();
+  const int64_t handles = OpenHandles();
   const DWORD slot = NextTlsSlot();
   LoadConnectShutdownUnload(100);
-  EXPECT_TRUE(Becomes([&] { return ThreadCount() <= threads; })) << ThreadCount();
-  EXPECT_TRUE(Becomes([&] { return HandleCount() <= handles; }))
-      << HandleCount() << " handles after " << handles;
+  EXPECT_TRUE(Becomes([&] { return RunningThreads() <= threads; })) << RunningThreads();
+  EXPECT_TRUE(Becomes([&] { return OpenHandles() <= handles + kHandlesOfTestLocks; }))
+      << OpenHandles() << " handles after " << handles;
   EXPECT_EQ(NextTlsSlot(), slot);
 }
 
@@ -215,12 +195,12 @@ TEST_F(Load, ConnectingAndShuttingDownLeavesNoHandleOrThreadBehind) {
     service.WaitForDisconnect();
   };
   connectAndShutDown(5);
-  const size_t threads = ThreadCount();
-  const DWORD handles = HandleCount();
+  const int64_t threads = RunningThreads();
+  const int64_t handles = OpenHandles();
   connectAndShutDown(50);
-  EXPECT_TRUE(Becomes([&] { return ThreadCount() <= threads; })) << ThreadCount();
-  EXPECT_TRUE(Becomes([&] { return HandleCount() <= handles; }))
-      << HandleCount() << " handles after " << handles;
+  EXPECT_TRUE(Becomes([&] { return RunningThreads() <= threads; })) << RunningThreads();
+  EXPECT_TRUE(Becomes([&] { return OpenHandles() <= handles + kHandlesOfTestLocks; }))
+      << OpenHandles() << " handles after " << handles;
 }
 
 }  // namespace

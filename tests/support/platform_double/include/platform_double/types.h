@@ -4,6 +4,7 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <mutex>
 
 #define WINAPI
 #define CALLBACK
@@ -58,6 +59,10 @@ struct SYSTEMTIME {
   WORD wMilliseconds;
 };
 using LPSYSTEMTIME = SYSTEMTIME*;
+
+struct SRWLOCK {
+  std::mutex mutex;  // so that the sanitizers know it for a lock
+};
 
 using LPTHREAD_START_ROUTINE = DWORD(WINAPI*)(LPVOID parameter);
 
