@@ -1,10 +1,12 @@
 #!/usr/bin/env bash
-# test.sh: builds and runs every test. test.sh PRESET...: with those builds of CMakePresets.json
-# instead, or with --all of them: clang's, with assertions, under sanitizers.
+# test.sh: builds and runs every test: cross-compiled under Wine, and the library's sources natively
+# under AddressSanitizer with UBSan and under ThreadSanitizer. test.sh PRESET...: with those builds
+# of CMakePresets.json instead, or with --all of them: clang's and the one with assertions, too.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-presets=("${@:-mingw-release}")
+presets=("$@")
+[ $# -gt 0 ] || presets=(mingw-release linux-asan linux-tsan)
 if [ "${presets[0]}" = --all ]; then
   presets=(mingw-release mingw-debug mingw-clang linux-asan linux-tsan)
 fi

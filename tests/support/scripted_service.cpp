@@ -67,12 +67,14 @@ class ScriptedService::Impl {
     const std::wstring session = std::to_wstring(CurrentSession());
     // The send-only pipe last: it is the one that clients wait for.
     if (offer.duplex) {
-      Listen(duplex, L"\\\\.\\pipe\\KorvuSettingsSyncher_" + session,
-             [this](PipeInstance& pipe, Event& stop) { Answering(pipe, stop); });
+      Listen(
+          duplex, L"\\\\.\\pipe\\KorvuSettingsSyncher_" + session,
+          [this](PipeInstance& pipe, Event& stop, int number) { Answering(pipe, stop, number); });
     }
     if (offer.sendOnly) {
-      Listen(sendOnly, L"\\\\.\\pipe\\KorvuSettingsSyncherSendOnly_" + session,
-             [this](PipeInstance& pipe, Event& stop) { Announcing(pipe, stop); });
+      Listen(
+          sendOnly, L"\\\\.\\pipe\\KorvuSettingsSyncherSendOnly_" + session,
+          [this](PipeInstance& pipe, Event& stop, int number) { Announcing(pipe, stop, number); });
     }
   }
 
@@ -88,6 +90,8 @@ class ScriptedService::Impl {
     std::mutex sessionsMutex;
     Workers sessions;
     Event sessionEnded;
+    // Sessions so far. Their threads may begin in another order than their clients came in.
+    std::atomic<int> accepted = 0;
   };
 
   void BreakSessions(Side& side) {
@@ -129,14 +133,16 @@ class ScriptedService::Impl {
   template <class Handler>
   void StartSession(Side& side, Handler handler, std::shared_ptr<PipeInstance> pipe) {
     const std::lock_guard lock(side.sessionsMutex);
-    side.sessions.Start([this, &side, handler, pipe = std::move(pipe)](Event& stop) mutable {
-      Count(+1);
-      handler(*pipe, stop);
-      pipe->Disconnect();
-      pipe.reset();
-      side.sessionEnded.Set();
-      Count(-1);
-    });
+    const int number = ++side.accepted;
+    side.sessions.Start(
+        [this, &side, handler, pipe = std::move(pipe), number](Event& stop) mutable {
+          Count(+1);
+          handler(*pipe, stop, number);
+          pipe->Disconnect();
+          pipe.reset();
+          side.sessionEnded.Set();
+          Count(-1);
+        });
   }
 
   void Count(int change) {
@@ -150,11 +156,10 @@ class ScriptedService::Impl {
   // The duplex pipe
   // ---------------------------------------------------------------------------------
 
-  void Answering(PipeInstance& pipe, Event& stop) {
-    int connection = 0;
+  void Answering(PipeInstance& pipe, Event& stop, int connection) {
     {
       const std::lock_guard lock(mutex);
-      connection = ++connections;
+      ++connections;
       repliesOnConnection = 0;
     }
     changed.notify_all();
@@ -241,15 +246,15 @@ class ScriptedService::Impl {
   // The send-only pipe
   // ------------------------------------------------------------------------------
 
-  void Announcing(PipeInstance& pipe, Event& stop) {
+  void Announcing(PipeInstance& pipe, Event& stop, int session) {
     // A client may keep an older connection open; it gets nothing any more.
     Event never;
-    const int session = ++announcers;
-    while (pipe.WaitFor(session == announcers ? wake : never, stop)) {
+    const auto isLatest = [&] { return session == sendOnly.accepted; };
+    while (pipe.WaitFor(isLatest() ? wake : never, stop)) {
       std::wstring message;
       {
         const std::lock_guard lock(mutex);
-        if (session != announcers) continue;
+        if (!isLatest()) continue;
         if (announcements.empty()) {
           wake.Clear();
           continue;
@@ -294,7 +299,6 @@ class ScriptedService::Impl {
   std::deque<std::wstring> announcements;
   bool writing = false;
   size_t held = 0;
-  std::atomic<int> announcers = 0;  // the number of the latest session of the send-only pipe
   int connections = 0;
   size_t repliesOnConnection = 0;
   int openSessions = 0;

@@ -15,8 +15,7 @@ class TraceLevel : public TraceTest {
  protected:
   // As an application in another language passes it: any 32 bits.
   void SetLevel(int32_t level) {
-    reinterpret_cast<void(KORVUISD_CALL*)(int32_t)>(
-        reinterpret_cast<void*>(library.KorvuISD_SetLogLevel))(level);
+    library.KorvuISD_SetLogLevel(static_cast<KorvuISD_LogLevel>(level));
   }
 };
 

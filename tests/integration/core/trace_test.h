@@ -4,9 +4,11 @@
 #include <share.h>
 #include <windows.h>
 
+#include <cstdarg>
 #include <cstdio>
 #include <optional>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "integration/integration_test.h"
@@ -27,10 +29,15 @@ KORVU_HOOK(_wfsopen)
 
 #undef KORVU_HOOK
 
-// Its argument list is a pointer to us; the real type has attributes that a template cannot bear.
+// Its argument list is a pointer as it is passed; the real type has attributes that a template
+// cannot bear.
+struct ArgumentList {
+  va_list list;
+};
 struct _vscwprintfName {
   static constexpr const char* kName = "_vscwprintf";
-  using Function = int (*)(const wchar_t*, void*);
+  using Pointer = std::remove_reference_t<decltype(*ArgumentList::list)>*;
+  using Function = int (*)(const wchar_t*, Pointer);
 };
 using _vscwprintfHook = Hook<_vscwprintfName>;
 
