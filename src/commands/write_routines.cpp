@@ -1,6 +1,8 @@
 #include "commands/write_routines.h"
 
+#include <array>
 #include <cstddef>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -12,7 +14,7 @@
 namespace KorvuISD {
 namespace {
 
-void Enqueue(SettingsClient& client, std::vector<std::wstring>& messages) {
+void Enqueue(SettingsClient& client, std::span<std::wstring> messages) {
   client.RunLocked([&]() REQUIRES(g_apiMutex) { client.EnqueueMessage(messages); });
 }
 
@@ -45,10 +47,7 @@ void WriteSettingValue(SettingsClient& client, uint32_t value, int32_t index, bo
 
 void WriteSettingText(SettingsClient& client, std::wstring_view text, int32_t index) {
   const std::wstring_view key = SettingKey(index);
-  std::vector<std::wstring> messages;
-  messages.reserve(2);
-  messages.push_back(BuildSetMessage(key, text));
-  messages.push_back(BuildValueRequest(key));
+  std::array<std::wstring, 2> messages = {BuildSetMessage(key, text), BuildValueRequest(key)};
   Enqueue(client, messages);
 }
 

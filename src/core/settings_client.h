@@ -14,6 +14,7 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -65,7 +66,7 @@ class SettingsClient : public std::enable_shared_from_this<SettingsClient> {
 
   // Appends to the queue and wakes the sync thread. The messages of one call stay together.
   void EnqueueMessage(std::wstring message) REQUIRES(g_apiMutex);
-  void EnqueueMessage(std::vector<std::wstring>& messages) REQUIRES(g_apiMutex);
+  void EnqueueMessage(std::span<std::wstring> messages) REQUIRES(g_apiMutex);
 
   void SendManual(const wchar_t* message, void* context, ManualReplyCallback callback);
 

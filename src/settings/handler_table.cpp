@@ -1,6 +1,6 @@
 #include "settings/handler_table.h"
 
-#include <algorithm>
+#include <unordered_map>
 #include <utility>
 
 #include "settings/handlers/button_handlers.h"
@@ -122,9 +122,24 @@ std::vector<HandlerEntry> BuildHandlers() {
 
 const std::vector<HandlerEntry> g_settingHandlers = BuildHandlers();
 
+namespace {
+
+using HandlersByKey = std::unordered_map<std::wstring_view, const SettingHandler*>;
+
+HandlersByKey IndexHandlers() {
+  HandlersByKey index;
+  for (const HandlerEntry& entry : g_settingHandlers) index.emplace(entry.key, &entry.handler);
+  return index;
+}
+
+// The table's last key is found as fast as its first.
+const HandlersByKey g_handlersByKey = IndexHandlers();
+
+}  // namespace
+
 const SettingHandler* FindHandler(std::wstring_view key) {
-  const auto entry = std::ranges::find(g_settingHandlers, key, &HandlerEntry::key);
-  return entry == g_settingHandlers.end() ? nullptr : &entry->handler;
+  const auto found = g_handlersByKey.find(key);
+  return found == g_handlersByKey.end() ? nullptr : found->second;
 }
 
 }  // namespace KorvuISD

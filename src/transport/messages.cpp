@@ -5,7 +5,7 @@ namespace {
 
 constexpr std::wstring_view kOpen = L"{\"";
 constexpr std::wstring_view kSeparator = L"\":\"";
-constexpr std::wstring_view kBracketSeparator = L"\":[";
+constexpr std::wstring_view kSeparatorStart = L"\":";
 constexpr std::wstring_view kClose = L"\"}";
 constexpr std::wstring_view kValueRequestOpen = L"{\"GetVal\":\"";
 constexpr std::wstring_view kValueReplyOpen = L"{\"Val\":";
@@ -21,6 +21,19 @@ int32_t Marked(size_t position) {
 
 bool Contains(std::wstring_view text, std::wstring_view fragment) {
   return text.find(fragment) != kMiss;
+}
+
+// Where the value begins its quotation marks or, wherever that is, its brackets: a bracket counts
+// before all quotation marks.
+size_t FindSeparator(std::wstring_view message) {
+  size_t quoted = kMiss;
+  for (size_t at = message.find(kSeparatorStart); at != kMiss;
+       at = message.find(kSeparatorStart, at + 1)) {
+    const std::wstring_view value = message.substr(at + kSeparatorStart.size());
+    if (value.starts_with(L'[')) return at;
+    if (quoted == kMiss && value.starts_with(L'"')) quoted = at;
+  }
+  return quoted;
 }
 
 Reply ClassifyValueReply(std::wstring_view reply) {
@@ -55,8 +68,7 @@ std::wstring BuildValueRequest(std::wstring_view key) {
 Announcement ParseAnnouncement(std::wstring_view message) {
   const size_t start = message.find(kOpen);
   const size_t end = message.rfind(kClose);
-  size_t separator = message.find(kBracketSeparator);
-  if (separator == kMiss) separator = message.find(kSeparator);
+  const size_t separator = FindSeparator(message);
   const size_t keyLength = separator - start - kOpen.size();
   const size_t valueLength = message.size() - separator - kSeparator.size() - kClose.size();
   if (start == kMiss || separator == kMiss || end == kMiss || keyLength == 0) {

@@ -17,7 +17,7 @@ void SettingsClient::EnqueueMessage(std::wstring message) {
   SetEvent(sendEvent.Get());
 }
 
-void SettingsClient::EnqueueMessage(std::vector<std::wstring>& messages) {
+void SettingsClient::EnqueueMessage(std::span<std::wstring> messages) {
   for (std::wstring& message : messages) outboundQueue.push_back(std::move(message));
   SetEvent(sendEvent.Get());
 }
