@@ -68,6 +68,7 @@ json Tasks::Do(const json& task) {
   }
   if (name == "exchanges") return AsJson(client->RunExchanges(task.at("pairs")));
   if (name == "setters") return Setters(task);
+  if (name == "signals") return MeasureSignals(task.at("count"));
   if (name == "fill") return Fill(task);
   if (name == "setterLatency") return SetterLatency(task);
   if (name == "expect") return Expect(task);
@@ -147,6 +148,19 @@ json Tasks::Cycles(const json& task) {
     client->Disconnect();
   }
   return HoldingsAsJson();
+}
+
+// How long a setter's signal takes alone, one by one.
+json MeasureSignals(size_t count) {
+  const HANDLE event = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+  std::vector<double> took(count);
+  for (double& ns : took) {
+    const int64_t begin = WallNs();
+    SetEvent(event);
+    ns = static_cast<double>(WallNs() - begin);
+  }
+  CloseHandle(event);
+  return {{"nsPerCall", MiddleMean(took)}};
 }
 
 json MeasureLoading(int times) {

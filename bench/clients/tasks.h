@@ -37,7 +37,8 @@ class Tasks {
   uint32_t traffic = 0;      // setter calls to make while arrivals are awaited
 };
 
-// Tasks of a process that has no client.
+// Tasks that need no client.
+nlohmann::json MeasureSignals(size_t count);
 nlohmann::json MeasureLoading(int times);
 
 }  // namespace Bench

@@ -138,6 +138,9 @@ void Rounds::Setters() {
     const json took = client.Do({{"task", "setters"}, {"count", kSetterCalls}});
     results.Add(Rows::kSetterOffline, name, Number(took, "nsPerCall") / kNsPerUs);
   });
+  // What no setter goes below: the signal to its thread.
+  const json signals = Process(kLimit).Do({{"task", "signals"}, {"count", kSetterCalls}});
+  results.Add(Rows::kSetterOffline, kLimit, Number(signals, "nsPerCall") / kNsPerUs);
   Take(kFour, [&](const std::string& name, ClientProcess& client) {
     const json took = client.Do({{"task", "connect"}});
     results.Add(Rows::kConnect, name, Number(took, "wallNs") / kNsPerMs);

@@ -38,7 +38,7 @@ std::vector<Row> BuildRows() {
       {std::string(kAnnouncement) + ", p99", "us", kFour, {}},
       {std::string(kSetterCallback) + ", p50", "us", kFour, {}},
       {std::string(kSetterCallback) + ", p99", "us", kFour, {}},
-      {kSetterOffline, "us", {kDll, kFloor, kPeer}, setter},
+      {kSetterOffline, "us", kFour, setter},
       {kSetterOnline, "us", {kDll, kFloor, kPeer}, setter},
       {kConnect, "ms", kFour, nearFloor},
   };

@@ -1,6 +1,5 @@
 #include "faults/faults_test.h"
 
-#include <cstdlib>
 #include <thread>
 
 #include "support/process_usage.h"
@@ -75,11 +74,6 @@ void FaultsTest::ExpectUsage(const Usage& expected) {
   })) << usage.handles
       << " handles and " << usage.threads << " threads instead of " << expected.handles << " and "
       << expected.threads;
-}
-
-int FaultsTest::Rounds() {
-  const char* const rounds = std::getenv("KORVU_FAULT_ROUNDS");
-  return rounds ? std::atoi(rounds) : 8;
 }
 
 }  // namespace support

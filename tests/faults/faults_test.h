@@ -11,6 +11,7 @@
 
 #include "integration/transport/manual_replies.h"
 #include "support/callback_recorder.h"
+#include "support/fault_rounds.h"
 #include "support/library.h"
 #include "support/service_process.h"
 #include "support/session.h"
@@ -35,9 +36,8 @@ class FaultsTest : public testing::Test {
   // test's own locks do not count.
   static void ExpectUsage(const Usage& expected);
 
-  // How often each fault strikes: some times in a test run, more with the variable
-  // KORVU_FAULT_ROUNDS.
-  static int Rounds();
+  // How often each fault strikes.
+  static int Rounds() { return FaultRounds(8); }
 
   Library library;
   ServiceProcess service{CurrentSession()};

@@ -146,7 +146,7 @@ class PathAtTheEndOfMemory : public ConnectedCommandsTest {};
 TEST_F(PathAtTheEndOfMemory, IsNotReadBeyondItsTerminator) {
   constexpr int kDisplayPath = 135;
   GuardedMemory memory(4);
-  for (const size_t codeUnits : {0, 1, 15, 511, 5000}) {
+  for (const size_t codeUnits : {0u, 1u, 15u, 511u, 5000u}) {
     const std::wstring path(codeUnits, L'p');
     std::byte* const at = memory.End() - (codeUnits + 1) * sizeof(wchar_t);
     std::memcpy(at, path.c_str(), (codeUnits + 1) * sizeof(wchar_t));

@@ -173,12 +173,11 @@ class DllVersion : public Dll {
 
   // The value of a string of the resource: its name, a terminator, zeros up to 32 bits, the value.
   std::wstring Value(const std::wstring& name) const {
-    const std::span units(reinterpret_cast<const wchar_t*>(resource.data()),
-                          resource.size() / sizeof(wchar_t));
+    const std::wstring_view units(reinterpret_cast<const wchar_t*>(resource.data()),
+                                  resource.size() / sizeof(wchar_t));
     const std::wstring wanted = name + L'\0';
-    auto at = std::ranges::search(units, wanted).end();
-    at = std::find_if(at, units.end(), [](wchar_t unit) { return unit != 0; });
-    return std::wstring(at, std::find(at, units.end(), L'\0'));
+    const size_t at = units.find_first_not_of(L'\0', units.find(wanted) + wanted.size());
+    return std::wstring(units.substr(at, units.find(L'\0', at) - at));
   }
 
   std::span<const char> resource;
@@ -194,13 +193,12 @@ TEST_F(DllVersion, IsTheProjects) {
 
 TEST_F(DllVersion, IsThereInNumbersToo) {
   // The fixed part: its signature, then its own version, then those of file and product.
-  const std::array<unsigned char, 4> signature = {0xBD, 0x04, 0xEF, 0xFE};
-  const auto found = std::ranges::search(resource, signature, [](char x, unsigned char y) {
-    return static_cast<unsigned char>(x) == y;
-  });
-  ASSERT_FALSE(found.empty());
+  const std::string_view bytes(resource.data(), resource.size());
+  const size_t found = bytes.find("\xBD\x04\xEF\xFE");
+  ASSERT_NE(found, bytes.npos);
   std::array<DWORD, 10> fields{};
-  std::memcpy(fields.data(), &*found.begin(), sizeof(fields));
+  ASSERT_LE(found + sizeof(fields), bytes.size());
+  std::memcpy(fields.data(), bytes.data() + found, sizeof(fields));
   const auto text = [](DWORD high, DWORD low) {
     return std::to_string(high >> 16) + "." + std::to_string(high & 0xFFFF) + "." +
            std::to_string(low >> 16);

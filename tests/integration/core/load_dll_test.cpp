@@ -8,6 +8,7 @@
 
 #include "integration/integration_test.h"
 #include "integration/transport/gate.h"
+#include "support/fault_rounds.h"
 #include "support/function_patch.h"
 #include "support/process_usage.h"
 #include "support/session.h"
@@ -171,13 +172,13 @@ void LoadConnectShutdownUnload(int times) {
   }
 }
 
-TEST_F(Load, AHundredTimesLeavesNoHandleThreadOrSlotBehind) {
+TEST_F(Load, AgainAndAgainLeavesNoHandleThreadOrSlotBehind) {
   // What the first use of the system's libraries makes for good is not ours.
   LoadConnectShutdownUnload(5);
   const int64_t threads = RunningThreads();
   const int64_t handles = OpenHandles();
   const DWORD slot = NextTlsSlot();
-  LoadConnectShutdownUnload(100);
+  LoadConnectShutdownUnload(FaultRounds(100));
   EXPECT_TRUE(Becomes([&] { return RunningThreads() <= threads; })) << RunningThreads();
   EXPECT_TRUE(Becomes([&] { return OpenHandles() <= handles + kHandlesOfTestLocks; }))
       << OpenHandles() << " handles after " << handles;
@@ -197,7 +198,7 @@ TEST_F(Load, ConnectingAndShuttingDownLeavesNoHandleOrThreadBehind) {
   connectAndShutDown(5);
   const int64_t threads = RunningThreads();
   const int64_t handles = OpenHandles();
-  connectAndShutDown(50);
+  connectAndShutDown(FaultRounds(50));
   EXPECT_TRUE(Becomes([&] { return RunningThreads() <= threads; })) << RunningThreads();
   EXPECT_TRUE(Becomes([&] { return OpenHandles() <= handles + kHandlesOfTestLocks; }))
       << OpenHandles() << " handles after " << handles;
