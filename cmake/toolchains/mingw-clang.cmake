@@ -12,10 +12,11 @@ set(CMAKE_RC_COMPILER ${triple}-windres)
 set(CMAKE_AR llvm-ar)
 set(CMAKE_RANLIB llvm-ranlib)
 
-# clang does not find Debian's POSIX flavour of GCC for this target by itself.
+# clang does not find Debian's POSIX flavour of GCC for this target by itself; the thread-local
+# variables in GCC's library are emulated ones.
 set(gcc /usr/lib/gcc/${triple}/12-posix)
 set(CMAKE_CXX_FLAGS_INIT
-    "-Wno-unused-command-line-argument -nostdinc++ -isystem ${gcc}/include/c++ -isystem ${gcc}/include/c++/${triple} -isystem ${gcc}/include/c++/backward")
+    "-Wno-unused-command-line-argument -femulated-tls -nostdinc++ -isystem ${gcc}/include/c++ -isystem ${gcc}/include/c++/${triple} -isystem ${gcc}/include/c++/backward")
 set(link_flags "-static -fuse-ld=lld -L${gcc} -L/usr/${triple}/lib")
 set(CMAKE_EXE_LINKER_FLAGS_INIT "${link_flags}")
 set(CMAKE_SHARED_LINKER_FLAGS_INIT "${link_flags}")

@@ -142,7 +142,9 @@ TEST_F(ApplicationMap, IsFilledAndReadAtTheSameTime) {
     service.AnnounceRaw(i % 2 ? LR"({"RunAppOptionsList":[{"odd":"Paint"}]})"
                               : LR"({"RunAppOptionsList":[{"even":"Paint"}]})");
   }
-  const bool allHandled = recorder.WaitForSlot(kRunAppOptionsSlot, before + kLists);
+  // Sending goes before receiving, and there is much to send.
+  const bool allHandled =
+      recorder.WaitForSlot(kRunAppOptionsSlot, before + kLists, std::chrono::minutes(4));
   stop = true;
   for (std::thread& thread : threads) thread.join();
   ASSERT_TRUE(allHandled);

@@ -12,7 +12,6 @@ using namespace support;
 
 namespace {
 
-constexpr int kEraserSingle = 13;
 constexpr int kKeystrokesEntities = 117;
 
 class RecordAtTheEndOfMemory : public ConnectedCommandsTest {
