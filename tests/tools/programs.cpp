@@ -62,8 +62,8 @@ std::string StandInService::Give(std::string_view command) {
     throw std::runtime_error("no answer to the command " + std::string(command));
   }
   const std::string output = process.Output();
-  const size_t end = answerIn(output);
-  return output.substr(std::exchange(readUpTo, end), end - readUpTo);
+  const size_t begin = std::exchange(readUpTo, answerIn(output));
+  return output.substr(begin, readUpTo - begin);
 }
 
 std::string StandInService::Stored(std::string_view key) {
