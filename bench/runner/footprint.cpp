@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "runner/answers.h"
 #include "support/clock.h"
 
 namespace Bench {
@@ -17,12 +18,6 @@ constexpr int kTimes = 200;
 constexpr DWORD kIdleMs = 5000;
 
 constexpr double kBytesPerKb = 1000;
-constexpr double kNsPerUs = 1e3;
-constexpr double kNsPerMs = 1e6;
-
-double Number(const json& answer, const char* field) {
-  return answer.at(field).get<double>();
-}
 
 json Holdings(ClientProcess& client) {
   return client.Do({{"task", "holdings"}});

@@ -1,11 +1,11 @@
 #include "runner/rounds.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <iterator>
 
 #include <fmt/format.h>
 
+#include "runner/answers.h"
 #include "support/clock.h"
 #include "support/statistics.h"
 
@@ -23,19 +23,11 @@ constexpr int kSetterCalls = 2000;
 constexpr int kConnectedSetterCalls = 100;
 constexpr int kPauseMs = 2;
 
-constexpr double kNsPerUs = 1e3;
-constexpr double kNsPerMs = 1e6;
-
-const std::vector<std::string> kFour = {kDll, kFloor, kLimit, kPeer};
 const std::vector<std::string> kQueued = {kDll, kFloor, kPeer};
 
 std::vector<std::string> WithVariants(std::vector<std::string> names) {
   names.insert(names.end(), std::begin(kWithout), std::end(kWithout));
   return names;
-}
-
-double Number(const json& answer, const char* field) {
-  return answer.at(field).get<double>();
 }
 
 }  // namespace
@@ -49,7 +41,6 @@ Rounds::Rounds(StandInService& service, Results& results) : service(service), re
 }
 
 void Rounds::RunOne() {
-  ++round;
   Exchanges();
   Bursts("ServiceVersion", Rows::kFirstKey, WithVariants(kFour));
   Bursts("OpaqueDisplayPath", Rows::kLastKey, kFour);
@@ -59,7 +50,7 @@ void Rounds::RunOne() {
 }
 
 void Rounds::Take(std::vector<std::string> names, const Turn& turn) {
-  std::ranges::rotate(names, names.begin() + static_cast<std::ptrdiff_t>(round % names.size()));
+  std::ranges::shuffle(names, order);
   for (const std::string& name : names) turn(name, Process(name));
 }
 

@@ -2,9 +2,9 @@
 // other, so that what slows the machine down slows all of them.
 #pragma once
 
-#include <cstddef>
 #include <functional>
 #include <map>
+#include <random>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,8 +23,8 @@ class Rounds {
  private:
   using Turn = std::function<void(const std::string& name, ClientProcess& client)>;
 
-  // Each client in turn; TakeConnected connects it for its turn. Another one begins in each round,
-  // since the first has the machine as the row before has left it.
+  // Each client in turn; TakeConnected connects it for its turn. In another order each time, since
+  // each has the machine as the one before has left it.
   void Take(std::vector<std::string> names, const Turn& turn);
   void TakeConnected(const std::vector<std::string>& names, const Turn& turn);
 
@@ -40,7 +40,7 @@ class Rounds {
   StandInService& service;
   Results& results;
   std::map<std::string, ClientProcess> clients;
-  size_t round = 0;
+  std::mt19937 order;  // the same in each run
 };
 
 }  // namespace Bench

@@ -10,8 +10,6 @@ constexpr double kIdleToleranceUs = 500;
 constexpr double kFlatHandles = 2;
 constexpr double kFlatKb = 64;
 
-const std::vector<std::string> kFour = {kDll, kFloor, kLimit, kPeer};
-
 std::vector<Row> BuildRows() {
   const std::vector<Bar> nearFloor = {{kDll, kFloor, 1.02}};
   const std::vector<Bar> none = {{kDll, std::nullopt, 0}};

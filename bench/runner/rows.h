@@ -17,6 +17,9 @@ inline constexpr const char* kTracing = "dll-tracing";
 inline constexpr const char* kWithout[] = {"floor-without-event", "floor-without-resets",
                                            "floor-without-signal", "floor-without-reissue"};
 
+// Those that can do all.
+inline const std::vector<std::string> kFour = {kDll, kFloor, kLimit, kPeer};
+
 // At most so much: of the other client's value in the same round, or in the row's unit.
 struct Bar {
   const char* client;
