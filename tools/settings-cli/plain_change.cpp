@@ -6,6 +6,7 @@
 
 #include "confirmation.h"
 #include "console.h"
+#include "setting_values.h"
 
 namespace tool {
 namespace {

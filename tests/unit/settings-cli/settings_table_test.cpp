@@ -10,6 +10,7 @@
 
 #include "buttons.h"
 #include "exit_code.h"
+#include "setting_values.h"
 
 using namespace tool;
 

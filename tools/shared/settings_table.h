@@ -2,14 +2,17 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <span>
-#include <string>
 #include <string_view>
 
 #include "KorvuTabletSettingsAPI.h"
 #include "keys.h"
 
 namespace tool {
+
+// The maximum of a setting whose values the service alone limits.
+inline constexpr int32_t kNoMaximum = std::numeric_limits<int32_t>::max();
 
 enum class ValueKind { kNumber, kSwitch };
 
@@ -33,20 +36,5 @@ std::span<const PlainSetting> OpaqueSettings();
 
 // Null if there is none.
 const PlainSetting* FindSetting(std::span<const PlainSetting> settings, std::string_view name);
-
-// "0 to 3", "on or off".
-std::string ValueRange(const PlainSetting& setting);
-
-// Throws UsageError for a text that is no value of the setting.
-int32_t ParseValue(const PlainSetting& setting, std::string_view text);
-
-// A value as people write it.
-std::string ReadableValue(const PlainSetting& setting, int32_t value);
-
-// The same for what the service has stored; as it stands in quotes if it is no such value.
-std::string ReadableStored(const PlainSetting& setting, std::wstring_view stored);
-
-// Whether the service's text is this value.
-bool IsStored(const PlainSetting& setting, std::wstring_view stored, int32_t value);
 
 }  // namespace tool
