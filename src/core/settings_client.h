@@ -50,7 +50,11 @@ class SettingsClient : public std::enable_shared_from_this<SettingsClient> {
   // still runs. Does not return if there never was a connection: there is nobody to close it.
   void StopAndWait();
 
-  void RunLocked(const std::function<void()>& work) { KorvuISD::RunLocked(shuttingDown, work); }
+  // The function object refers to `work`, whatever its size, so that none is allocated.
+  template <class Work>
+  void RunLocked(const Work& work) {
+    KorvuISD::RunLocked(shuttingDown, std::cref(work));
+  }
 
   void SetLogLevel(KorvuISD_LogLevel level) REQUIRES(g_apiMutex);
   void SetAPIVersion(int32_t version) { model.apiVersion = version; }

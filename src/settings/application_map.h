@@ -12,9 +12,13 @@ namespace KorvuISD {
 // of its own: a setter builds its messages before it takes the call frame's lock.
 class ApplicationMap {
  public:
-  void SetPath(const std::wstring& displayName, const std::wstring& path) {
+  using Paths = std::map<std::wstring, std::wstring>;
+
+  // Runs `work` on all entries, under the lock.
+  template <class Work>
+  void Use(const Work& work) {
     const MutexLock lock(mutex);
-    paths[displayName] = path;
+    work(paths);
   }
 
   // The path to send for the text of an assignment: the one that the display name `text` stands
@@ -26,14 +30,9 @@ class ApplicationMap {
     return path.empty() ? text : path;
   }
 
-  std::map<std::wstring, std::wstring> Entries() const {
-    const MutexLock lock(mutex);
-    return paths;
-  }
-
  private:
-  mutable LeafMutex mutex;
-  std::map<std::wstring, std::wstring> paths GUARDED_BY(mutex);
+  LeafMutex mutex;
+  Paths paths GUARDED_BY(mutex);
 };
 
 }  // namespace KorvuISD

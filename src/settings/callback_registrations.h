@@ -1,6 +1,7 @@
 // The application's callbacks: one record for each context pointer.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <map>
 
@@ -15,6 +16,14 @@ class CallbackRegistrations {
   // Copies the slots that `apiVersion` opens and reports the fixed numbers to this registration.
   // Null removes it.
   void Add(const KorvuISD_Callbacks* callbacks, void* context, int32_t apiVersion);
+
+  // Has any registration this slot?
+  template <class Slot>
+  bool Wants(Slot slot) const {
+    return std::ranges::any_of(callbackRegistrations, [=](const auto& registration) {
+      return registration.second.*slot != nullptr;
+    });
+  }
 
   // Calls `slot` of every registration that has it, from the lowest context to the highest.
   template <class... Parameters, class... Arguments>

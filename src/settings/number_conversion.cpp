@@ -4,14 +4,35 @@
 #include <cerrno>
 #include <cwchar>
 #include <limits>
+#include <optional>
 #include <stdexcept>
+#include <string_view>
 
 namespace KorvuISD {
+namespace {
+
+// Nearly all values are a few digits, perhaps with a minus. Whatever else there may be, down to the
+// digits of other scripts, is left to the C library.
+std::optional<int32_t> PlainNumber(std::wstring_view text) {
+  constexpr size_t kAlwaysFit = 9;
+  const bool isNegative = text.starts_with(L'-');
+  if (isNegative) text.remove_prefix(1);
+  if (text.empty() || text.size() > kAlwaysFit) return std::nullopt;
+  int32_t number = 0;
+  for (const wchar_t unit : text) {
+    if (unit < L'0' || unit > L'9') return std::nullopt;
+    number = number * 10 + static_cast<int32_t>(unit - L'0');
+  }
+  return isNegative ? -number : number;
+}
+
+}  // namespace
 
 // The standard library's own stoi and to_wstring are not used: its failures bear other texts, and
 // its number writers bring the whole of formatted output into the DLL.
 
 int32_t ConvertNumber(const std::wstring& text) {
+  if (const auto number = PlainNumber(text)) return *number;
   const int outerErrno = errno;
   errno = 0;
   wchar_t* end = nullptr;

@@ -18,6 +18,11 @@ struct SettingsModel {
   CallbackRegistrations callbackRegistrations;
   std::atomic<int32_t> apiVersion{0};
 
+  template <class Slot>
+  bool Wants(Slot slot) const {
+    return callbackRegistrations.Wants(slot);
+  }
+
   template <class Slot, class... Arguments>
   void Fire(Slot slot, Arguments... arguments) const {
     callbackRegistrations.Fire(slot, arguments...);

@@ -23,11 +23,16 @@ size_t Exchange::SendJSON(HANDLE duplexPipe) {
   }
   io.UseEvent(std::move(event));
 
-  std::wstring replyValue;
-  const bool succeeded = Write(duplexPipe, std::move(outgoing.message)) &&
-                         Judge(io.Written(), ReceiveAck(duplexPipe), replyValue);
+  replyValue.clear();
+  bool succeeded = Write(duplexPipe, std::move(outgoing.message));
+  if (succeeded) {
+    ReceiveAck(duplexPipe);
+    succeeded = Judge(io.Written());
+  }
   if (!io.IsUnderway()) io.CloseEvent();
-  AnswerManualRequest(outgoing.manualCallbacks, RequestPart(io.Written()), replyValue);
+  if (!outgoing.manualCallbacks.empty()) {
+    AnswerManualRequest(outgoing.manualCallbacks, RequestPart(io.Written()), replyValue);
+  }
   return succeeded ? outgoing.messagesLeft : kFailed;
 }
 
@@ -57,8 +62,8 @@ bool Exchange::Write(HANDLE duplexPipe, std::wstring message) {
   return true;
 }
 
-std::wstring Exchange::ReceiveAck(HANDLE duplexPipe) {
-  std::wstring reply;
+void Exchange::ReceiveAck(HANDLE duplexPipe) {
+  reply.clear();
   for (;;) {
     Trace(L"ReceiveAck: read start.\r\n");
     DWORD error = ERROR_SUCCESS;
@@ -67,12 +72,12 @@ std::wstring Exchange::ReceiveAck(HANDLE duplexPipe) {
         if (!SetEvent(io.Event())) {
           error = GetLastError();
           Trace(L"ReceiveAck: failed to set read event: %d.\r\n", error);
-          return reply;
+          return;
         }
         break;
       case PendingIo::Start::kFailed:
         Trace(L"ReceiveAck: read failed without pending: %d.\r\n", error);
-        return reply;
+        return;
       case PendingIo::Start::kPending:
         break;
     }
@@ -81,27 +86,29 @@ std::wstring Exchange::ReceiveAck(HANDLE duplexPipe) {
     if (waited != WAIT_OBJECT_0) {
       error = GetLastError();
       Trace(L"ReceiveAck: wait failed: %d %d.\r\n", waited, error);
-      return {};
+      reply.clear();
+      return;
     }
     const PendingIo::End end = io.Finish();
     if (!ResetEvent(io.Event())) {
       error = GetLastError();
       Trace(L"ReceiveAck: failed to reset event: %d.\r\n", error);
-      return {};
+      reply.clear();
+      return;
     }
     const bool isComplete = end.error == ERROR_SUCCESS;
     if (!isComplete && end.error != ERROR_MORE_DATA) {
       Trace(L"ReceiveAck: read failed: %d.\r\n", end.error);
-      return {};
+      reply.clear();
+      return;
     }
     reply.append(io.Piece(end.byteCount));
     Trace(L"ReceiveAck: read %d bytes; message %s.\r\n", end.byteCount, reply.c_str());
-    if (isComplete) return reply;
+    if (isComplete) return;
   }
 }
 
-bool Exchange::Judge(const std::wstring& sent, const std::wstring& reply,
-                     std::wstring& replyValue) {
+bool Exchange::Judge(const std::wstring& sent) {
   const Reply judged = ClassifyReply(sent, reply);
   switch (judged.kind) {
     case ReplyKind::kValue: {

@@ -31,18 +31,21 @@ class Exchange {
   bool ProbeAccepted() const { return probeAccepted; }
 
  private:
-  // Both trace what went wrong. An empty reply is none.
+  // Both trace what went wrong. ReceiveAck leaves the reply in `reply`; an empty one is none.
   bool Write(HANDLE duplexPipe, std::wstring message);
-  std::wstring ReceiveAck(HANDLE duplexPipe);
+  void ReceiveAck(HANDLE duplexPipe);
 
   // Does what the reply asks for. False if it fails the exchange; `replyValue` is what a manual
   // request is told.
-  bool Judge(const std::wstring& sent, const std::wstring& reply, std::wstring& replyValue);
+  bool Judge(const std::wstring& sent);
 
   SettingsClient& client;
   // Lives as long as the connection: a write or read that was given up goes on until the pipe is
   // closed, and its reply may still come.
   PendingIo io;
+  // They keep their memory from one exchange to the next.
+  std::wstring reply;
+  std::wstring replyValue;
   bool probeAccepted = false;
 };
 

@@ -61,6 +61,7 @@ class SyncThread {
   SettingsClient::Handles handles;
   PendingIo read;
   std::wstring message;  // the announcement that is being assembled
+  std::wstring value;    // of the latest; like the message, it keeps its memory
   Exchange exchange;
 };
 
@@ -187,7 +188,7 @@ void SyncThread::Announce() {
         marks.start, marks.separator, marks.end, marks.keyLength, marks.valueLength);
     return;
   }
-  const std::wstring value(announcement.value);
+  value = announcement.value;
   if (traceEnabled) {
     // A terminated copy of the key, which nothing else needs.
     const std::wstring key(announcement.key);

@@ -35,6 +35,7 @@ SettingHandler FunctionOptions(OptionNames LocalValues::*list,
     while (const auto item = items.Next()) {
       names[ConvertNumber(std::wstring(item->first))] = item->second;
     }
+    if (!model.Wants(slot)) return;
     std::vector<ButtonRecord> records;
     records.reserve(names.size());
     for (const auto& [function, name] : names) records.push_back(OptionRecord(function, name));
@@ -44,16 +45,20 @@ SettingHandler FunctionOptions(OptionNames LocalValues::*list,
 
 SettingHandler RunAppOptions() {
   return [](SettingsModel& model, const std::wstring& value) {
-    OptionItems items(value);
-    while (const auto item = items.Next()) {
-      model.applications.SetPath(std::wstring(item->second), std::wstring(item->first));
-    }
+    constexpr auto kSlot = &KorvuISD_Callbacks::OnRunAppOptions;
+    const bool isWanted = model.Wants(kSlot);
     std::vector<ButtonRecord> records;
-    for (const auto& [displayName, path] : model.applications.Entries()) {
-      records.push_back(OptionRecord(KORVUISD_FUNCTION_RUN_APP_OPTION, displayName));
-    }
-    model.Fire(&KorvuISD_Callbacks::OnRunAppOptions, records.data(),
-               static_cast<uint64_t>(records.size()));
+    model.applications.Use([&](ApplicationMap::Paths& paths) {
+      OptionItems items(value);
+      while (const auto item = items.Next()) paths[std::wstring(item->second)] = item->first;
+      if (!isWanted) return;
+      records.reserve(paths.size());
+      for (const auto& [displayName, path] : paths) {
+        records.push_back(OptionRecord(KORVUISD_FUNCTION_RUN_APP_OPTION, displayName));
+      }
+    });
+    if (!isWanted) return;
+    model.Fire(kSlot, records.data(), static_cast<uint64_t>(records.size()));
   };
 }
 
@@ -66,6 +71,8 @@ SettingHandler MonitorOptions() {
       monitors.push_back({std::wstring(item->first), std::wstring(item->second)});
     }
 
+    constexpr auto kSlot = &KorvuISD_Callbacks::OnMonitorOptions;
+    if (!model.Wants(kSlot)) return;
     std::vector<KorvuISD_MonitorOption> records;
     records.reserve(monitors.size());
     int32_t selected = -1;
@@ -75,8 +82,7 @@ SettingHandler MonitorOptions() {
       }
       records.push_back(MonitorRecord(monitor));
     }
-    model.Fire(&KorvuISD_Callbacks::OnMonitorOptions, records.data(),
-               static_cast<uint64_t>(records.size()), selected);
+    model.Fire(kSlot, records.data(), static_cast<uint64_t>(records.size()), selected);
   };
 }
 

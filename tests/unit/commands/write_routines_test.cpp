@@ -107,7 +107,7 @@ TEST_F(WriteRoutines, LookForTheKeystrokesKeyOnlyIfThereIsTextForIt) {
 }
 
 TEST_F(WriteRoutines, QueueTheMessagesOfAButtonInTheirOrder) {
-  client->Applications().SetPath(L"Paint", L"paint.exe");
+  client->Applications().Use([](ApplicationMap::Paths& paths) { paths[L"Paint"] = L"paint.exe"; });
   const ButtonFunctionValue app = Assignment(23, L"Paint");
   WriteButtonFunction(*client, &app, 38, false, L"My paint");
   EXPECT_EQ(Queued(), (Messages{Set(38, L"23"), Set(39, L"paint.exe"), Set(40, L"My paint"),

@@ -9,33 +9,43 @@ using testing::Pair;
 
 namespace {
 
+void SetPath(ApplicationMap& applications, const wchar_t* displayName, const wchar_t* path) {
+  applications.Use([&](ApplicationMap::Paths& paths) { paths[displayName] = path; });
+}
+
+ApplicationMap::Paths EntriesOf(ApplicationMap& applications) {
+  ApplicationMap::Paths entries;
+  applications.Use([&](const ApplicationMap::Paths& paths) { entries = paths; });
+  return entries;
+}
+
 TEST(ApplicationMap, GivesThePathOfADisplayName) {
   ApplicationMap applications;
-  applications.SetPath(L"Paint", L"c:\\paint.exe");
-  applications.SetPath(L"Notes", L"c:\\notes.exe");
+  SetPath(applications, L"Paint", L"c:\\paint.exe");
+  SetPath(applications, L"Notes", L"c:\\notes.exe");
   EXPECT_EQ(applications.PathToSend(L"Paint"), L"c:\\paint.exe");
   EXPECT_EQ(applications.PathToSend(L"Notes"), L"c:\\notes.exe");
 }
 
 TEST(ApplicationMap, ReplacesThePathOfADisplayName) {
   ApplicationMap applications;
-  applications.SetPath(L"Paint", L"old.exe");
-  applications.SetPath(L"Paint", L"new.exe");
+  SetPath(applications, L"Paint", L"old.exe");
+  SetPath(applications, L"Paint", L"new.exe");
   EXPECT_EQ(applications.PathToSend(L"Paint"), L"new.exe");
-  EXPECT_THAT(applications.Entries(), ElementsAre(Pair(L"Paint", L"new.exe")));
+  EXPECT_THAT(EntriesOf(applications), ElementsAre(Pair(L"Paint", L"new.exe")));
 }
 
 TEST(ApplicationMap, GivesAnUnknownTextBackAndKeepsItWithoutAPath) {
   ApplicationMap applications;
-  EXPECT_THAT(applications.Entries(), IsEmpty());
+  EXPECT_THAT(EntriesOf(applications), IsEmpty());
   EXPECT_EQ(applications.PathToSend(L"c:\\tool.exe"), L"c:\\tool.exe");
   EXPECT_EQ(applications.PathToSend(L"c:\\tool.exe"), L"c:\\tool.exe");
-  EXPECT_THAT(applications.Entries(), ElementsAre(Pair(L"c:\\tool.exe", L"")));
+  EXPECT_THAT(EntriesOf(applications), ElementsAre(Pair(L"c:\\tool.exe", L"")));
 }
 
 TEST(ApplicationMap, TellsLetterCaseApart) {
   ApplicationMap applications;
-  applications.SetPath(L"Paint", L"a.exe");
+  SetPath(applications, L"Paint", L"a.exe");
   EXPECT_EQ(applications.PathToSend(L"paint"), L"paint");
 }
 

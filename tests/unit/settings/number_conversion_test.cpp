@@ -36,6 +36,10 @@ TEST(NumberConversion, IgnoresWhatFollowsTheDigits) {
 TEST(NumberConversion, ReadsTheWholeRange) {
   EXPECT_EQ(ConvertNumber(L"2147483647"), std::numeric_limits<int32_t>::max());
   EXPECT_EQ(ConvertNumber(L"-2147483648"), std::numeric_limits<int32_t>::min());
+  EXPECT_EQ(ConvertNumber(L"999999999"), 999'999'999);
+  EXPECT_EQ(ConvertNumber(L"-999999999"), -999'999'999);
+  EXPECT_EQ(ConvertNumber(L"1000000000"), 1'000'000'000);
+  EXPECT_EQ(ConvertNumber(L"000000000000000007"), 7);
 }
 
 TEST(NumberConversion, RefusesTextWithoutDigits) {

@@ -3,8 +3,11 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <span>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "settings/handler_table.h"
 #include "settings/setting_keys.h"
@@ -165,8 +168,42 @@ TEST_F(StoredValues, OfOptionListsAreKeptByCodeUpToAnItemThatDoesNotConvert) {
 
 TEST_F(StoredValues, OfApplicationsStandUnderTheirDisplayNames) {
   Take(kRunAppOptions, LR"({"c:\paint.exe":"Paint"}{"c:\notes.exe":"Notes"})");
-  EXPECT_THAT(model.applications.Entries(),
-              ElementsAre(Pair(L"Notes", LR"(c:\notes.exe)"), Pair(L"Paint", LR"(c:\paint.exe)")));
+  model.applications.Use([](const ApplicationMap::Paths& paths) {
+    EXPECT_THAT(
+        paths, ElementsAre(Pair(L"Notes", LR"(c:\notes.exe)"), Pair(L"Paint", LR"(c:\paint.exe)")));
+  });
+}
+
+TEST_F(StoredValues, OfListsAreReportedWholeToWhoComesLater) {
+  // Nobody wants the first list, so no records are made of it.
+  Take(kSideSwitchOptions, LR"({"5":"Pan"})");
+  Take(kRunAppOptions, LR"({"c:\paint.exe":"Paint"})");
+  std::vector<std::wstring> names;
+  KorvuISD_Callbacks callbacks{};
+  callbacks.OnSideSwitchOptions =
+      callbacks.OnRunAppOptions = [](void* context, const ButtonRecord* options, uint64_t count) {
+        for (const ButtonRecord& option : std::span(options, count)) {
+          static_cast<std::vector<std::wstring>*>(context)->push_back(option.name);
+        }
+      };
+  model.callbackRegistrations.Add(&callbacks, &names, KORVUISD_API_VERSION_MAX);
+  Take(kSideSwitchOptions, LR"({"2":"Zoom"})");
+  Take(kRunAppOptions, LR"({"c:\notes.exe":"Notes"})");
+  EXPECT_THAT(names, ElementsAre(L"Zoom", L"Pan", L"Notes", L"Paint"));
+}
+
+TEST_F(StoredValues, OfListsReachARegistrationBesideOneThatDoesNotWantThem) {
+  std::vector<uint64_t> counts;
+  KorvuISD_Callbacks callbacks{};
+  char before = 0;
+  model.callbackRegistrations.Add(&callbacks, &before, KORVUISD_API_VERSION_MAX);
+  callbacks.OnMonitorOptions = [](void* context, const KorvuISD_MonitorOption*, uint64_t count,
+                                  int32_t) {
+    static_cast<std::vector<uint64_t>*>(context)->push_back(count);
+  };
+  model.callbackRegistrations.Add(&callbacks, &counts, KORVUISD_API_VERSION_MAX);
+  Take(kMonitorOptions, LR"({"path":"Left"}{"other":"Right"})");
+  EXPECT_THAT(counts, ElementsAre(2u));
 }
 
 TEST_F(StoredValues, OfTheZoomMapStayWhenAMapIsMalformed) {

@@ -24,6 +24,16 @@ TEST(Messages, EscapeNothing) {
   EXPECT_EQ(BuildSetMessage(L"k", LR"(a "quoted" C:\path)"), LR"({"k":"a "quoted" C:\path"})");
 }
 
+TEST(Messages, HoldWhateverTheLength) {
+  // What is longer than usual is put together in another way.
+  for (const size_t length : {200u, 246u, 247u, 248u, 249u, 250u, 251u, 252u, 2000u}) {
+    const std::wstring value(length, L'v');
+    const std::wstring key = L"key" + std::to_wstring(length);
+    EXPECT_EQ(BuildSetMessage(key, value), L"{\"" + key + L"\":\"" + value + L"\"}");
+    EXPECT_EQ(BuildValueRequest(value), L"{\"GetVal\":\"" + value + L"\"}");
+  }
+}
+
 // Announcements
 // ------------------------------------------------------------------------------------
 
@@ -62,6 +72,14 @@ TEST(Announcement, OfABracketedValueNeedsAClosingFragmentSomewhere) {
 
 TEST(Announcement, TheBracketSeparatorGoesFirstWhereverItStands) {
   ExpectAnnouncement(LR"({"a":"b":[c"})", LR"(a":"b)", L"c");
+}
+
+TEST(Announcement, AColonAloneIsNoSeparator) {
+  ExpectAnnouncement(LR"({"a:b":"c:d"})", L"a:b", L"c:d");
+  ExpectAnnouncement(LR"({"a": "b":"c"})", LR"(a": "b)", L"c");
+  ExpectAnnouncement(LR"({"a:"b":"c"})", LR"(a:"b)", L"c");
+  ExpectInvalid(LR"(:{"a"})", 1, kMiss, 4, -4, 2);
+  ExpectInvalid(LR"({"a"}":)", 0, kMiss, 3, -3, 3);
 }
 
 TEST(Announcement, TheFirstSeparatorAndTheLastTwoCharactersDecide) {
