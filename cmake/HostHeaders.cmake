@@ -1,4 +1,4 @@
-# The header-only libraries of the tools: korvu_cli11, korvu_fmt, korvu_json.
+# The libraries of the tools: korvu_cli11 and korvu_json, which are headers only, and korvu_fmt.
 include_guard(GLOBAL)
 
 # A Windows host brings them as CMake packages (vcpkg and Conan have all three). Elsewhere they are
@@ -19,6 +19,13 @@ function(korvu_add_host_headers target folder package packageTarget)
 endfunction()
 
 korvu_add_host_headers(korvu_cli11 CLI CLI11 CLI11::CLI11)
-korvu_add_host_headers(korvu_fmt fmt fmt fmt::fmt-header-only)
-target_compile_definitions(korvu_fmt INTERFACE FMT_HEADER_ONLY)
 korvu_add_host_headers(korvu_json nlohmann nlohmann_json nlohmann_json::nlohmann_json)
+
+# fmt as headers only would be compiled with each file that formats a line, for seconds each.
+korvu_add_host_headers(korvu_fmt_headers fmt fmt fmt::fmt)
+if(CMAKE_HOST_WIN32)
+  add_library(korvu_fmt ALIAS korvu_fmt_headers)
+else()
+  add_library(korvu_fmt STATIC ${PROJECT_SOURCE_DIR}/tools/shared/fmt.cpp)
+  target_link_libraries(korvu_fmt PUBLIC korvu_fmt_headers)
+endif()

@@ -1,6 +1,6 @@
 #include "assignment.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <cstring>
@@ -100,42 +100,30 @@ ExitCode Change(Session& session, Terminal& terminal, const std::string& what, s
 
 }  // namespace
 
-void AssignmentOptions::AddTo(CLI::App& app) {
-  codeOption = app.add_option("CODE", code, "function code; the service defines them");
-  textOption = app.add_option(
-      "TEXT", text, "for code 8 the keystrokes, for code 23 the path or name of the application");
-  app.add_flag("--default", useDefault, "let the service use its default; then without CODE");
-}
-
-void AssignmentOptions::AddNameTo(CLI::App& app) {
-  nameOption = app.add_option("--name", name, "display name; else the service derives one");
-}
-
 Assignment ParseAssignment(const AssignmentOptions& options) {
-  const bool hasName = options.nameOption && options.nameOption->count() > 0;
   Assignment assignment;
   assignment.useDefault = options.useDefault;
   if (options.useDefault) {
-    if (options.codeOption->count() > 0) throw UsageError("CODE and --default exclude each other");
-    if (hasName) throw UsageError("--name and --default exclude each other");
+    if (options.code) throw UsageError("CODE and --default exclude each other");
+    if (options.name) throw UsageError("--name and --default exclude each other");
     return assignment;
   }
-  if (options.codeOption->count() == 0) throw UsageError("CODE is missing; or give --default");
-  assignment.code = ParseNumber("CODE", options.code, std::numeric_limits<int32_t>::min(),
+  if (!options.code) throw UsageError("CODE is missing; or give --default");
+  assignment.code = ParseNumber("CODE", *options.code, std::numeric_limits<int32_t>::min(),
                                 std::numeric_limits<int32_t>::max());
-  if (options.textOption->count() > 0) {
+  if (options.text) {
     if (!TakesText(assignment.code)) {
       throw UsageError(fmt::format(
-          "function {} takes no TEXT; only 8 (keystrokes) and 23 (application) do", options.code));
+          "function {} takes no TEXT; only 8 (keystrokes) and 23 (application) do", *options.code));
     }
-    if (assignment.code == KORVUISD_FUNCTION_KEYSTROKES && options.text.empty()) {
+    if (assignment.code == KORVUISD_FUNCTION_KEYSTROKES && options.text->empty()) {
       throw UsageError(
           "TEXT is empty, and no keystrokes cannot be set; leave it out to keep those "
           "that are stored");
     }
-    assignment.text = FromUtf8(options.text);
+    assignment.text = FromUtf8(*options.text);
   }
-  if (hasName) assignment.name = FromUtf8(options.name);
+  if (options.name) assignment.name = FromUtf8(*options.name);
   return assignment;
 }
 

@@ -1,8 +1,6 @@
 // Commands that give a button or a wedge of the radial menu a function.
 #pragma once
 
-#include <CLI/CLI.hpp>
-
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -15,16 +13,10 @@ namespace tool {
 
 // CODE, TEXT and --default as they stand on the command line, and for a wedge --name.
 struct AssignmentOptions {
-  std::string code;
-  std::string text;
-  std::string name;
+  std::optional<std::string> code;
+  std::optional<std::string> text;
+  std::optional<std::string> name;
   bool useDefault = false;
-  CLI::Option* codeOption = nullptr;
-  CLI::Option* textOption = nullptr;
-  CLI::Option* nameOption = nullptr;
-
-  void AddTo(CLI::App& app);
-  void AddNameTo(CLI::App& app);
 };
 
 struct Assignment {

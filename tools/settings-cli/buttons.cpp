@@ -1,5 +1,7 @@
 #include "buttons.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 #include <array>
 
@@ -27,6 +29,14 @@ const std::array kButtons{
 
 std::span<const Button> Buttons() {
   return kButtons;
+}
+
+std::string ButtonsHelp() {
+  std::string help;
+  for (const Button& button : kButtons) {
+    help += fmt::format("\n  {:<16} {}", button.name, button.help);
+  }
+  return help;
 }
 
 const Button* FindButton(std::string_view name) {

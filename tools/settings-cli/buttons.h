@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
 #include <string_view>
 
 #include "KorvuTabletSettingsAPI.h"
@@ -20,6 +21,9 @@ struct Button {
 };
 
 std::span<const Button> Buttons();
+
+// A line for each, with a line break before it: name, what it is.
+std::string ButtonsHelp();
 
 // Null if there is none.
 const Button* FindButton(std::string_view name);

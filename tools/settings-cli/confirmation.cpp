@@ -1,6 +1,6 @@
 #include "confirmation.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <utility>
 

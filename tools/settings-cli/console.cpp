@@ -4,7 +4,7 @@
 
 #include <shellapi.h>
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <memory>

@@ -1,7 +1,6 @@
 #include "event_text.h"
 
-#include <fmt/format.h>
-#include <fmt/ranges.h>
+#include <fmt/core.h>
 
 #include "text.h"
 
@@ -14,17 +13,6 @@ std::string_view OnOff(bool isOn) {
 
 std::string_view YesNo(bool isTrue) {
   return isTrue ? "yes" : "no";
-}
-
-std::string FeatureName(int32_t feature) {
-  switch (feature) {
-    case KORVUISD_FEATURE_DOCKABLE:
-      return "dockable";
-    case KORVUISD_FEATURE_OPAQUE_MODE:
-      return "opaque-mode";
-    default:
-      return fmt::format("{}", feature);
-  }
 }
 
 // The fields of each kind of event, after the callback's name.
@@ -97,102 +85,22 @@ struct LineWriter {
   }
 };
 
-struct JsonWriter {
-  Slot slot;
-
-  Json operator()(const Versions& versions) const {
-    return {{"service", ToUtf8(versions.service)}, {"hidRouter", ToUtf8(versions.hidRouter)}};
-  }
-  Json operator()(const Pen& pen) const { return PenJson(pen); }
-  Json operator()(const Function& function) const { return FunctionJson(function); }
-  Json operator()(const SideSwitch& sideSwitch) const {
-    Json json = FunctionJson(sideSwitch.function);
-    json["hoverClick"] = sideSwitch.hoverClick;
-    return json;
-  }
-  Json operator()(const Number& number) const {
-    if (IsSwitch(slot)) return {{"value", number.value != 0}};
-    return {{"value", number.value}};
-  }
-  Json operator()(const Text& text) const { return {{"text", ToUtf8(text.text)}}; }
-  Json operator()(const ZoomMap& map) const {
-    Json entries = Json::array();
-    for (const KorvuISD_ZoomMapEntry& entry : map.entries) {
-      entries.push_back(Json::array({entry.a, entry.b, entry.c, entry.d}));
-    }
-    return {{"entries", entries}};
-  }
-  Json operator()(const Options& options) const {
-    Json functions = Json::array();
-    for (const Function& function : options.functions) functions.push_back(FunctionJson(function));
-    return {{"options", functions}};
-  }
-  Json operator()(const Monitors& monitors) const {
-    Json list = Json::array();
-    for (const Monitor& monitor : monitors.monitors) {
-      list.push_back({{"displayPath", ToUtf8(monitor.displayPath)},
-                      {"displayName", ToUtf8(monitor.displayName)}});
-    }
-    Json json = {{"monitors", list}, {"selected", nullptr}};
-    if (monitors.selected >= 0) json["selected"] = monitors.selected;
-    return json;
-  }
-  Json operator()(const Range& range) const {
-    return {{"minimum", range.minimum}, {"maximum", range.maximum}};
-  }
-  Json operator()(const Count& count) const { return {{"count", count.count}}; }
-  Json operator()(const RingCount& count) const {
-    return {{"ring", count.ring + 1}, {"count", count.count}};
-  }
-  Json operator()(const Feature& feature) const {
-    return {{"feature", FeatureName(feature.feature)}, {"supported", feature.isSupported}};
-  }
-};
-
 }  // namespace
+
+std::string FeatureName(int32_t feature) {
+  switch (feature) {
+    case KORVUISD_FEATURE_DOCKABLE:
+      return "dockable";
+    case KORVUISD_FEATURE_OPAQUE_MODE:
+      return "opaque-mode";
+    default:
+      return fmt::format("{}", feature);
+  }
+}
 
 std::string EventLine(const Event& event) {
   return fmt::format("{} {}", SlotName(event.slot),
                      std::visit(LineWriter{event.slot}, event.payload));
-}
-
-Json EventJson(const Event& event) {
-  Json json = {{"event", SlotName(event.slot)}};
-  json.update(std::visit(JsonWriter{event.slot}, event.payload));
-  return json;
-}
-
-Json PenJson(const Pen& pen) {
-  Json json = {{"serialNumber", ToUtf8(pen.serialNumber)},
-               {"penId", ToUtf8(pen.penId)},
-               {"penType", pen.penType},
-               {"vendorId", pen.vendorId},
-               {"inProximity", pen.isInProximity},
-               {"docked", pen.isDocked},
-               {"batteryStatus", nullptr},
-               {"batteryCharging", pen.batteryCharging},
-               {"firmwareVersion", ToUtf8(pen.firmwareVersion)},
-               {"sensorId", pen.sensorId},
-               {"moduleConnected", pen.isModuleConnected},
-               {"module",
-                {{"id", ToUtf8(pen.moduleId)},
-                 {"serialNumber", ToUtf8(pen.moduleSerialNumber)},
-                 {"version", ToUtf8(pen.moduleVersion)},
-                 {"productId", pen.moduleProductId}}}};
-  if (pen.batteryStatus >= 0) json["batteryStatus"] = pen.batteryStatus;
-  return json;
-}
-
-Json FunctionJson(const Function& function) {
-  return {{"function", function.code}, {"name", ToUtf8(function.name)}};
-}
-
-std::string JsonText(const Json& json) {
-  return json.dump();
-}
-
-std::string IndentedJsonText(const Json& json) {
-  return json.dump(2);
 }
 
 }  // namespace tool

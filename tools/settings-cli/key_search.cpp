@@ -1,6 +1,6 @@
 #include "key_search.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <numeric>

@@ -1,6 +1,6 @@
 // korvu-settings: shows and changes the settings of the settings service of this session.
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <exception>
 

@@ -1,6 +1,6 @@
 #include "plain_change.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <array>
 
@@ -28,25 +28,20 @@ ExitCode Change(Session& session, Terminal& terminal, const PlainSetting& settin
 
 }  // namespace
 
-void ValueChoice::AddTo(CLI::App& app) {
-  valueOption = app.add_option("VALUE", value, "new value");
-  app.add_flag("--default", useDefault, "let the service use its default; then without VALUE");
-}
-
 Command ChangePlainSetting(const PlainSetting& setting, const std::string& what,
                            const ValueChoice& choice) {
-  if (choice.useDefault && choice.HasValue()) {
+  if (choice.useDefault && choice.value) {
     throw UsageError("VALUE and --default exclude each other");
   }
   if (choice.useDefault && !setting.hasDefault) {
     throw UsageError(fmt::format("{} has no default; give a VALUE", what));
   }
-  if (!choice.useDefault && !choice.HasValue()) {
+  if (!choice.useDefault && !choice.value) {
     throw UsageError(fmt::format("VALUE is missing: {} takes {}{}", what, ValueRange(setting),
                                  setting.hasDefault ? ", or --default" : ""));
   }
   std::optional<int32_t> value;
-  if (choice.HasValue()) value = ParseValue(setting, choice.value);
+  if (choice.value) value = ParseValue(setting, *choice.value);
 
   Command command;
   command.changesSettings = true;

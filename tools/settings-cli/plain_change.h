@@ -1,8 +1,6 @@
 // Commands that set one number or switch of the settings table.
 #pragma once
 
-#include <CLI/CLI.hpp>
-
 #include <optional>
 #include <string>
 
@@ -13,12 +11,8 @@ namespace tool {
 
 // VALUE and --default, of which a command line has one.
 struct ValueChoice {
-  std::string value;
+  std::optional<std::string> value;
   bool useDefault = false;
-  CLI::Option* valueOption = nullptr;
-
-  void AddTo(CLI::App& app);
-  bool HasValue() const { return valueOption->count() > 0; }
 };
 
 // Sets it, tells what is stored, and fails if that is something else. `what` is how the user called

@@ -1,6 +1,6 @@
 #include "session.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <thread>

@@ -1,6 +1,6 @@
 #include "setting_values.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <charconv>

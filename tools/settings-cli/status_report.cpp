@@ -1,10 +1,12 @@
 #include "status_report.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
+#include <nlohmann/json.hpp>
 
 #include <array>
 #include <utility>
 
+#include "json_text.h"
 #include "text.h"
 
 namespace tool {
@@ -160,7 +162,7 @@ std::string StatusText(const Snapshot& values) {
   return text;
 }
 
-Json StatusJson(const Snapshot& values) {
+std::string StatusJson(const Snapshot& values) {
   Json json;
   const auto* versions = values.Last<Versions>(Slot::kVersions);
   json["versions"] = {{"service", versions ? Json(ToUtf8(versions->service)) : Json(nullptr)},
@@ -179,7 +181,7 @@ Json StatusJson(const Snapshot& values) {
     const Function* function = ButtonFunction(values, row.slot);
     json["buttons"][std::string(row.name)] = function ? FunctionJson(*function) : Json(nullptr);
   }
-  return json;
+  return IndentedJsonText(json);
 }
 
 }  // namespace tool

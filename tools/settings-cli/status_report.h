@@ -3,12 +3,11 @@
 
 #include <string>
 
-#include "event_text.h"
 #include "snapshot.h"
 
 namespace tool {
 
 std::string StatusText(const Snapshot& values);
-Json StatusJson(const Snapshot& values);
+std::string StatusJson(const Snapshot& values);
 
 }  // namespace tool

@@ -1,6 +1,6 @@
 #include "text.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <cstdint>
 

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <utility>
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <nlohmann/json.hpp>
 
 #include "catalogue_json.h"

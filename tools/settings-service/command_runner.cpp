@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <variant>
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "device_scenes.h"
 #include "text.h"

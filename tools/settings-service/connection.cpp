@@ -3,7 +3,7 @@
 #include <cstring>
 #include <utility>
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "system_error.h"
 

@@ -4,7 +4,7 @@
 
 #include <array>
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "platform/unique_handle.h"
 #include "system_error.h"

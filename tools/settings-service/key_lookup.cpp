@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <vector>
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "key_forms.h"
 #include "text.h"

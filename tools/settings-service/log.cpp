@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "console_text.h"
 #include "system_error.h"

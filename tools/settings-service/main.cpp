@@ -11,7 +11,7 @@
 #include <variant>
 #include <vector>
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "catalogue.h"
 #include "console_text.h"

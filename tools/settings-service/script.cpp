@@ -8,7 +8,7 @@
 #include <utility>
 #include <variant>
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "text.h"
 

@@ -6,7 +6,7 @@
 #include <utility>
 #include <variant>
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "console_text.h"
 #include "end_request.h"

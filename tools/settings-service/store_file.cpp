@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "files.h"
 #include "system_error.h"

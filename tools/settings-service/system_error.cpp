@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "text.h"
 

@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "event_text.h"
+#include "json_text.h"
 #include "inbox.h"
 
 using namespace tool;
@@ -193,7 +194,7 @@ TEST_F(CliCallbacks, APenBringsEveryField) {
             "OnPenInfo serial=\"S1\" id=\"P1\" type=8 vendor=7 in-proximity=yes docked=no "
             "battery=60 charging=2 firmware=\"F9\" sensor=10 module-connected=yes module-id=\"M3\" "
             "module-serial=\"S5\" module-version=\"V2\" module-product=4");
-  EXPECT_EQ(JsonText(EventJson(event)),
+  EXPECT_EQ(EventJsonLine(event, std::nullopt),
             R"({"event":"OnPenInfo","serialNumber":"S1","penId":"P1","penType":8,"vendorId":7,)"
             R"("inProximity":true,"docked":false,"batteryStatus":60,"batteryCharging":2,)"
             R"("firmwareVersion":"F9","sensorId":10,"moduleConnected":true,"module":{"id":"M3",)"

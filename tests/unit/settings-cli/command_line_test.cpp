@@ -59,6 +59,37 @@ TEST(CliCommandLine, EveryCommandIsKnown) {
   }
 }
 
+TEST(CliCommandLine, AnEmptyWordIsNotAnAbsentOne) {
+  EXPECT_TRUE(ParseCommandLine({"button", "upper", "23", ""}).command.run);
+  EXPECT_TRUE(ParseCommandLine({"button", "upper", "8"}).command.run);
+  EXPECT_TRUE(ParseCommandLine({"menu", "1", "e", "8", "^z", "--name", ""}).command.run);
+  EXPECT_THAT(
+      [] {
+        ParseCommandLine({"button", "upper", "8", ""});
+      },
+      ThrowsMessage<UsageError>(HasSubstr("TEXT is empty")));
+  EXPECT_THAT(
+      [] {
+        ParseCommandLine({"button", "upper", ""});
+      },
+      ThrowsMessage<UsageError>(HasSubstr("CODE must be")));
+  EXPECT_THAT(
+      [] {
+        ParseCommandLine({"menu", "1", "e", "--default", "--name", ""});
+      },
+      ThrowsMessage<UsageError>(HasSubstr("--name and --default exclude each other")));
+  EXPECT_THAT(
+      [] {
+        ParseCommandLine({"watch", "--for", ""});
+      },
+      ThrowsMessage<UsageError>(HasSubstr("--for must be")));
+  EXPECT_THAT(
+      [] {
+        ParseCommandLine({"zoom", "1", "2", "3", ""});
+      },
+      ThrowsMessage<UsageError>(HasSubstr("D must be")));
+}
+
 TEST(CliCommandLine, HelpVersionAndTheListOfSettingsNeedNoService) {
   for (const Words& words : std::vector<Words>{
            {"--help"}, {"--version"}, {"set", "--help"}, {"set", "--list"}, {"-h"}}) {

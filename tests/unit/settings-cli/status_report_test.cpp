@@ -1,11 +1,14 @@
 #include "status_report.h"
 
 #include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
 
 using namespace tool;
 using testing::HasSubstr;
 
 namespace {
+
+using Json = nlohmann::ordered_json;
 
 TEST(CliStatusReport, WhatWasNotToldIsUnknownOrWhatTheLibraryStartsWith) {
   const std::string text = StatusText({});
@@ -17,7 +20,7 @@ TEST(CliStatusReport, WhatWasNotToldIsUnknownOrWhatTheLibraryStartsWith) {
   EXPECT_THAT(text, HasSubstr("  upper                unknown\n"));
   EXPECT_THAT(text, HasSubstr("  display-path         \"\"\n"));
 
-  const Json json = StatusJson({});
+  const Json json = Json::parse(StatusJson({}));
   EXPECT_TRUE(json["versions"]["service"].is_null());
   EXPECT_TRUE(json["features"]["dockable"].is_null());
   EXPECT_EQ(json["pens"], Json::array());
@@ -56,7 +59,7 @@ TEST(CliStatusReport, ShowsWhatWasTold) {
   EXPECT_THAT(text, HasSubstr("  upper                8 \"Undo\"\n"));
   EXPECT_THAT(text, HasSubstr("  dock-detach          23 \"Notes\"\n"));
 
-  const Json json = StatusJson(values);
+  const Json json = Json::parse(StatusJson(values));
   EXPECT_EQ(json["versions"], Json({{"service", "6.4"}, {"hidRouter", "3.2"}}));
   EXPECT_EQ(json["features"]["dockable"], true);
   EXPECT_EQ(json["pens"][0]["serialNumber"], "S1");

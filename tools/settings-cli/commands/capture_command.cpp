@@ -1,11 +1,8 @@
 // capture: what the user types, as the text that a button's keystroke function takes.
 
-#include <CLI/CLI.hpp>
-
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
-#include <memory>
 #include <vector>
 
 #include "KorvuTabletSettingsAPI.h"
@@ -91,22 +88,15 @@ ExitCode Capture(Session& session, Terminal& terminal, const Duration& duration)
 
 }  // namespace
 
-void AddCaptureCommand(CLI::App& app, Command& command) {
-  const auto duration = std::make_shared<Duration>();
-  CLI::App* const capture =
-      app.add_subcommand("capture", "Captures keystrokes and prints them as a button takes them");
-  capture
-      ->add_option_function<std::string>(
-          "--for", [duration](const std::string& text) { *duration = ParseSeconds("--for", text); },
-          "end after so long")
-      ->type_name("SECONDS");
-  capture->callback([duration, &command] {
-    command = {};
-    command.endsWithInterrupt = true;
-    command.run = [duration = *duration](Session& session, Terminal& terminal) {
-      return Capture(session, terminal, duration);
-    };
-  });
+Command CaptureKeystrokes(const CaptureOptions& options) {
+  Duration duration;
+  if (options.duration) duration = ParseSeconds("--for", *options.duration);
+  Command command;
+  command.endsWithInterrupt = true;
+  command.run = [duration](Session& session, Terminal& terminal) {
+    return Capture(session, terminal, duration);
+  };
+  return command;
 }
 
 }  // namespace tool

@@ -1,16 +1,13 @@
 // get KEY... and list: values as the service has them now.
 
-#include <CLI/CLI.hpp>
+#include <fmt/core.h>
 
-#include <fmt/format.h>
-
-#include <memory>
 #include <numeric>
 
 #include "command.h"
 #include "commands/commands.h"
 #include "console.h"
-#include "event_text.h"
+#include "json_text.h"
 #include "key_search.h"
 #include "keys.h"
 #include "session.h"
@@ -18,11 +15,6 @@
 
 namespace tool {
 namespace {
-
-struct GetOptions {
-  std::vector<std::string> names;
-  bool json = false;
-};
 
 using Values = std::vector<std::optional<std::wstring>>;
 
@@ -46,11 +38,9 @@ ExitCode CheckAllAnswered(Terminal& terminal, const std::vector<size_t>& keys,
 }
 
 std::string AsJson(const std::vector<size_t>& keys, const Values& values) {
-  Json json = Json::object();
-  for (size_t at = 0; at < keys.size(); ++at) {
-    json[std::string(kKeys[keys[at]])] = values[at] ? Json(ToUtf8(*values[at])) : Json(nullptr);
-  }
-  return IndentedJsonText(json) + '\n';
+  std::vector<KeyValue> members;
+  for (size_t at = 0; at < keys.size(); ++at) members.push_back({kKeys[keys[at]], values[at]});
+  return ValuesJsonText(members);
 }
 
 // For scripts: the values as they are, and nothing else.
@@ -77,42 +67,31 @@ std::vector<size_t> FindKeys(const std::vector<std::string>& names) {
 
 }  // namespace
 
-void AddGetCommand(CLI::App& app, Command& command) {
-  const auto options = std::make_shared<GetOptions>();
-  CLI::App* const get = app.add_subcommand("get", "Prints values as the service has them");
-  get->add_option("KEY", options->names,
-                  "whole key, or as much of its end as is needed to tell it from others")
-      ->required();
-  get->add_flag("--json", options->json, "print a JSON object: value by key");
-  get->callback([options, &command] {
-    command = {};
-    command.run = [keys = FindKeys(options->names), asJson = options->json](Session& session,
-                                                                            Terminal& terminal) {
-      const Values values = ReadValues(session, keys);
-      // Half an answer would only mislead a script.
-      const ExitCode code = CheckAllAnswered(terminal, keys, values);
-      if (code == ExitCode::kDone) {
-        terminal.out.Write(asJson ? AsJson(keys, values) : AsLines(values));
-      }
-      return code;
-    };
-  });
+Command GetValues(const GetOptions& options) {
+  Command command;
+  command.run = [keys = FindKeys(options.keys), asJson = options.json](Session& session,
+                                                                       Terminal& terminal) {
+    const Values values = ReadValues(session, keys);
+    // Half an answer would only mislead a script.
+    const ExitCode code = CheckAllAnswered(terminal, keys, values);
+    if (code == ExitCode::kDone) {
+      terminal.out.Write(asJson ? AsJson(keys, values) : AsLines(values));
+    }
+    return code;
+  };
+  return command;
 }
 
-void AddListCommand(CLI::App& app, Command& command) {
-  const auto asJson = std::make_shared<bool>(false);
-  CLI::App* const list = app.add_subcommand("list", "Prints all keys and their values");
-  list->add_flag("--json", *asJson, "print a JSON object: value by key");
-  list->callback([asJson, &command] {
-    command = {};
-    command.run = [asJson = *asJson](Session& session, Terminal& terminal) {
-      std::vector<size_t> keys(kKeyCount);
-      std::iota(keys.begin(), keys.end(), size_t{0});
-      const Values values = ReadValues(session, keys);
-      terminal.out.Write(asJson ? AsJson(keys, values) : AsTable(keys, values));
-      return CheckAllAnswered(terminal, keys, values);
-    };
-  });
+Command ListValues(const ListOptions& options) {
+  Command command;
+  command.run = [asJson = options.json](Session& session, Terminal& terminal) {
+    std::vector<size_t> keys(kKeyCount);
+    std::iota(keys.begin(), keys.end(), size_t{0});
+    const Values values = ReadValues(session, keys);
+    terminal.out.Write(asJson ? AsJson(keys, values) : AsTable(keys, values));
+    return CheckAllAnswered(terminal, keys, values);
+  };
+  return command;
 }
 
 }  // namespace tool

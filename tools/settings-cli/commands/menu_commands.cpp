@@ -1,9 +1,8 @@
 // menu RING WEDGE CODE [TEXT], menu-limit RING N: the radial menu.
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <array>
-#include <memory>
 
 #include "arguments.h"
 #include "assignment.h"
@@ -16,16 +15,18 @@
 namespace tool {
 namespace {
 
-struct MenuOptions {
-  std::string ring;
-  std::string wedge;
-  AssignmentOptions assignment;
-};
+ExitCode ChangeLimit(Session& session, Terminal& terminal, uint8_t ring, uint8_t limit) {
+  const std::string what = fmt::format("menu-limit {}", ring + 1);
+  const std::array<size_t, 1> keys{ring == 0 ? kFirstRingCountKey : kSecondRingCountKey};
+  const auto set = [&] { KorvuISD_SetMenuButtonLimit(KorvuISD_BuildMenuButtonId(ring, 0), limit); };
+  const std::string stored = OrQuotes(StoreAndRead(session, what, set, keys).front());
+  const std::string wanted = fmt::format("{}", limit);
+  if (stored != wanted) throw StoredOtherwise(what, wanted, stored);
+  terminal.out.Line(fmt::format("{} = {}", what, stored));
+  return ExitCode::kDone;
+}
 
-struct LimitOptions {
-  std::string ring;
-  std::string limit;
-};
+}  // namespace
 
 Command SetWedge(const MenuOptions& options) {
   const uint8_t ring = ParseRing(options.ring);
@@ -40,18 +41,7 @@ Command SetWedge(const MenuOptions& options) {
       });
 }
 
-ExitCode ChangeLimit(Session& session, Terminal& terminal, uint8_t ring, uint8_t limit) {
-  const std::string what = fmt::format("menu-limit {}", ring + 1);
-  const std::array<size_t, 1> keys{ring == 0 ? kFirstRingCountKey : kSecondRingCountKey};
-  const auto set = [&] { KorvuISD_SetMenuButtonLimit(KorvuISD_BuildMenuButtonId(ring, 0), limit); };
-  const std::string stored = OrQuotes(StoreAndRead(session, what, set, keys).front());
-  const std::string wanted = fmt::format("{}", limit);
-  if (stored != wanted) throw StoredOtherwise(what, wanted, stored);
-  terminal.out.Line(fmt::format("{} = {}", what, stored));
-  return ExitCode::kDone;
-}
-
-Command SetLimit(const LimitOptions& options) {
+Command SetMenuLimit(const MenuLimitOptions& options) {
   const uint8_t ring = ParseRing(options.ring);
   const auto limit =
       static_cast<uint8_t>(ParseNumber("N", options.limit, 0, static_cast<int>(kWedgesPerRing)));
@@ -61,29 +51,6 @@ Command SetLimit(const LimitOptions& options) {
     return ChangeLimit(session, terminal, ring, limit);
   };
   return command;
-}
-
-}  // namespace
-
-void AddMenuCommand(CLI::App& app, Command& command) {
-  const auto options = std::make_shared<MenuOptions>();
-  CLI::App* const menu = app.add_subcommand("menu", "Gives a wedge of the radial menu a function");
-  menu->add_option("RING", options->ring, "1 or 2")->required();
-  menu->add_option("WEDGE", options->wedge,
-                   "1 to 8, clockwise from East, or a compass point: east, se, south, ...")
-      ->required();
-  options->assignment.AddTo(*menu);
-  options->assignment.AddNameTo(*menu);
-  menu->callback([options, &command] { command = SetWedge(*options); });
-}
-
-void AddMenuLimitCommand(CLI::App& app, Command& command) {
-  const auto options = std::make_shared<LimitOptions>();
-  CLI::App* const limit =
-      app.add_subcommand("menu-limit", "Sets how many wedges a ring of the radial menu shows");
-  limit->add_option("RING", options->ring, "1 or 2")->required();
-  limit->add_option("N", options->limit, "0 to 8")->required();
-  limit->callback([options, &command] { command = SetLimit(*options); });
 }
 
 }  // namespace tool

@@ -1,9 +1,8 @@
 // opaque WHAT VALUE: the settings of opaque mode.
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <array>
-#include <memory>
 
 #include "commands/commands.h"
 #include "confirmation.h"
@@ -15,13 +14,6 @@ namespace tool {
 namespace {
 
 constexpr std::string_view kDisplayPath = "display-path";
-constexpr std::string_view kDisplayPathHelp =
-    "  display-path         text         path of the display; empty: the service's default\n";
-
-struct OpaqueOptions {
-  std::string what;
-  ValueChoice choice;
-};
 
 ExitCode ChangeDisplayPath(Session& session, Terminal& terminal, const std::wstring& path) {
   constexpr std::string_view kWhat = "opaque display-path";
@@ -41,36 +33,31 @@ Command SetDisplayPath(const ValueChoice& choice) {
     throw UsageError(
         "opaque display-path has no --default; an empty VALUE lets the service use its default");
   }
-  if (!choice.HasValue()) throw UsageError("VALUE is missing: opaque display-path takes a text");
+  if (!choice.value) throw UsageError("VALUE is missing: opaque display-path takes a text");
   Command command;
   command.changesSettings = true;
-  command.run = [path = FromUtf8(choice.value)](Session& session, Terminal& terminal) {
+  command.run = [path = FromUtf8(*choice.value)](Session& session, Terminal& terminal) {
     return ChangeDisplayPath(session, terminal, path);
   };
   return command;
 }
 
+}  // namespace
+
 Command SetOpaque(const OpaqueOptions& options) {
   if (options.what == kDisplayPath) return SetDisplayPath(options.choice);
   const PlainSetting* setting = FindSetting(OpaqueSettings(), options.what);
   if (!setting) {
-    throw UsageError(fmt::format(
-        "opaque mode has no setting '{}'. There are:\n{}  {:<20} {:<12} {}", options.what,
-        SettingsHelp(OpaqueSettings()), kDisplayPath, "text", "path of the display"));
+    throw UsageError(
+        fmt::format("opaque mode has no setting '{}'. There are:\n{}", options.what, OpaqueHelp()));
   }
   return ChangePlainSetting(*setting, "opaque " + options.what, options.choice);
 }
 
-}  // namespace
-
-void AddOpaqueCommand(CLI::App& app, Command& command) {
-  const auto options = std::make_shared<OpaqueOptions>();
-  CLI::App* const opaque = app.add_subcommand("opaque", "Changes a setting of opaque mode");
-  opaque->add_option("WHAT", options->what, "the setting; see below")->required();
-  options->choice.AddTo(*opaque);
-  opaque->footer(fmt::format("Settings and values (enable and {} have no --default):\n{}{}",
-                             kDisplayPath, SettingsHelp(OpaqueSettings()), kDisplayPathHelp));
-  opaque->callback([options, &command] { command = SetOpaque(*options); });
+std::string OpaqueHelp() {
+  return SettingsHelp(OpaqueSettings()) +
+         fmt::format("  {:<20} {:<12} path of the display; empty: the service's default",
+                     kDisplayPath, "text");
 }
 
 }  // namespace tool

@@ -1,9 +1,6 @@
 // raw MESSAGE: a message as it stands, and the service's reply.
 
-#include <CLI/CLI.hpp>
-
 #include <array>
-#include <memory>
 
 #include "command.h"
 #include "commands/commands.h"
@@ -29,22 +26,14 @@ ExitCode Send(Session& session, Terminal& terminal, const std::wstring& message)
 
 }  // namespace
 
-void AddRawCommand(CLI::App& app, Command& command) {
-  const auto message = std::make_shared<std::string>();
-  CLI::App* const raw = app.add_subcommand(
-      "raw",
-      "Sends a message as it stands and prints the reply's value (1: acknowledged; nothing: the "
-      "value is empty, or the service does not know the key)");
-  raw->add_option("MESSAGE", *message, R"(such as {"GetVal":"ComponentsDriver\\ServiceVersion"})")
-      ->required();
-  raw->callback([message, &command] {
-    if (message->empty()) throw UsageError("MESSAGE must not be empty");
-    command = {};
-    command.changesSettings = true;
-    command.run = [text = FromUtf8(*message)](Session& session, Terminal& terminal) {
-      return Send(session, terminal, text);
-    };
-  });
+Command SendRaw(const RawOptions& options) {
+  if (options.message.empty()) throw UsageError("MESSAGE must not be empty");
+  Command command;
+  command.changesSettings = true;
+  command.run = [text = FromUtf8(options.message)](Session& session, Terminal& terminal) {
+    return Send(session, terminal, text);
+  };
+  return command;
 }
 
 }  // namespace tool

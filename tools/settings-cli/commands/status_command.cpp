@@ -1,10 +1,7 @@
 // status: what the service has told since the connection was opened.
 
-#include <CLI/CLI.hpp>
-
 #include <array>
 #include <charconv>
-#include <memory>
 
 #include "command.h"
 #include "commands/commands.h"
@@ -55,23 +52,18 @@ ExitCode Report(Session& session, Terminal& terminal, bool asJson) {
   if (values.Pens().empty()) {
     if (auto pen = PenInValues(session)) values.Apply({Slot::kPenInfo, *pen});
   }
-  terminal.out.Write(asJson ? IndentedJsonText(StatusJson(values)) + '\n' : StatusText(values));
+  terminal.out.Write(asJson ? StatusJson(values) : StatusText(values));
   return ExitCode::kDone;
 }
 
 }  // namespace
 
-void AddStatusCommand(CLI::App& app, Command& command) {
-  const auto asJson = std::make_shared<bool>(false);
-  CLI::App* const status =
-      app.add_subcommand("status", "Shows versions, features, pens and the main settings");
-  status->add_flag("--json", *asJson, "print a JSON object");
-  status->callback([asJson, &command] {
-    command = {};
-    command.run = [asJson = *asJson](Session& session, Terminal& terminal) {
-      return Report(session, terminal, asJson);
-    };
-  });
+Command ShowStatus(const StatusOptions& options) {
+  Command command;
+  command.run = [asJson = options.json](Session& session, Terminal& terminal) {
+    return Report(session, terminal, asJson);
+  };
+  return command;
 }
 
 }  // namespace tool

@@ -1,11 +1,10 @@
 // watch: one line for each callback, until Ctrl+C.
 
-#include <CLI/CLI.hpp>
+#include <fmt/core.h>
 
-#include <fmt/chrono.h>
-#include <fmt/format.h>
-
-#include <memory>
+#include <algorithm>
+#include <chrono>
+#include <ctime>
 
 #include "arguments.h"
 #include "command.h"
@@ -13,46 +12,67 @@
 #include "console.h"
 #include "event_text.h"
 #include "heartbeat.h"
+#include "json_text.h"
 #include "session.h"
 
 namespace tool {
 namespace {
 
-struct WatchOptions {
-  std::optional<std::chrono::milliseconds> duration;
-  bool json = false;
-  bool time = false;
-};
-
 using Time = std::chrono::system_clock::time_point;
+using Duration = std::optional<std::chrono::milliseconds>;
 
-int MillisecondsOf(Time time) {
+// 14:03:22.417
+std::string ClockText(const std::tm& clock, Time time) {
   const auto sinceEpoch = std::chrono::floor<std::chrono::milliseconds>(time.time_since_epoch());
-  return static_cast<int>(sinceEpoch.count() % 1000);
+  return fmt::format("{:02}:{:02}:{:02}.{:03}", clock.tm_hour, clock.tm_min, clock.tm_sec,
+                     sinceEpoch.count() % 1000);
+}
+
+std::time_t WholeSeconds(Time time) {
+  return std::chrono::system_clock::to_time_t(std::chrono::floor<std::chrono::seconds>(time));
+}
+
+std::string LocalTimeText(Time time) {
+  const std::time_t seconds = WholeSeconds(time);
+  std::tm clock{};
+  localtime_s(&clock, &seconds);
+  return ClockText(clock, time);
+}
+
+// 2026-03-01T14:03:22.417Z
+std::string UtcTimeText(Time time) {
+  const std::time_t seconds = WholeSeconds(time);
+  std::tm clock{};
+  gmtime_s(&clock, &seconds);
+  return fmt::format("{:04}-{:02}-{:02}T{}Z", 1900 + clock.tm_year, 1 + clock.tm_mon, clock.tm_mday,
+                     ClockText(clock, time));
 }
 
 class Watch {
  public:
-  Watch(Session& session, Terminal& terminal, const WatchOptions& options)
-      : session(session), terminal(terminal), options(options) {}
+  Watch(Session& session, Terminal& terminal, const WatchOptions& options, Duration duration)
+      : session(session), terminal(terminal), options(options), duration(duration) {}
 
   ExitCode Run();
 
  private:
   void Handle(const Letter& letter);
   void Do(Heartbeat::Step step);
-  void Print(const std::string& line, Json json, Time time);
+  void Print(const Event& event);
   void Tell(Heartbeat::Notice notice);
+  void Print(const char* sentence, const char* jsonName);
+  void PrintLine(const std::string& line, Time time);
+  std::optional<std::string> JsonTime(Time time) const;
 
   Session& session;
   Terminal& terminal;
   const WatchOptions options;
+  const Duration duration;
   Heartbeat heartbeat;
 };
 
 ExitCode Watch::Run() {
-  const Clock::time_point end =
-      options.duration ? Clock::now() + *options.duration : Clock::time_point::max();
+  const Clock::time_point end = duration ? Clock::now() + *duration : Clock::time_point::max();
   // Below API version 9 there is no way to notice that the service is gone.
   if (session.CanAsk()) Do(heartbeat.Start(Clock::now()));
   while (!terminal.out.IsClosed()) {
@@ -75,7 +95,7 @@ ExitCode Watch::Run() {
 void Watch::Handle(const Letter& letter) {
   if (const auto* event = std::get_if<Event>(&letter)) {
     heartbeat.OnSignOfLife(Clock::now());
-    Print(EventLine(*event), EventJson(*event), event->time);
+    Print(*event);
   } else if (const auto* answer = std::get_if<Answer>(&letter)) {
     Do(heartbeat.OnAnswer(*answer, Clock::now()));
   }
@@ -86,57 +106,52 @@ void Watch::Do(Heartbeat::Step step) {
   if (step.ask) session.Post(*step.ask);
 }
 
-void Watch::Tell(Heartbeat::Notice notice) {
-  const Time now = std::chrono::system_clock::now();
-  switch (notice) {
-    case Heartbeat::Notice::kLost:
-      return Print("the service is gone; waiting until it is back", {{"event", "ServiceLost"}},
-                   now);
-    case Heartbeat::Notice::kBack:
-      return Print("the service is back", {{"event", "ServiceBack"}}, now);
+void Watch::Print(const Event& event) {
+  if (options.json) {
+    terminal.out.Line(EventJsonLine(event, JsonTime(event.time)));
+  } else {
+    PrintLine(EventLine(event), event.time);
   }
 }
 
-void Watch::Print(const std::string& line, Json json, Time time) {
-  const auto seconds = std::chrono::floor<std::chrono::seconds>(time);
-  if (options.json) {
-    if (options.time) {
-      json["time"] = fmt::format("{:%Y-%m-%dT%H:%M:%S}.{:03}Z",
-                                 fmt::gmtime(std::chrono::system_clock::to_time_t(seconds)),
-                                 MillisecondsOf(time));
-    }
-    terminal.out.Line(JsonText(json));
-  } else if (options.time) {
-    terminal.out.Line(fmt::format("{:%H:%M:%S}.{:03} {}",
-                                  fmt::localtime(std::chrono::system_clock::to_time_t(seconds)),
-                                  MillisecondsOf(time), line));
-  } else {
-    terminal.out.Line(line);
+void Watch::Tell(Heartbeat::Notice notice) {
+  switch (notice) {
+    case Heartbeat::Notice::kLost:
+      return Print("the service is gone; waiting until it is back", "ServiceLost");
+    case Heartbeat::Notice::kBack:
+      return Print("the service is back", "ServiceBack");
   }
+}
+
+void Watch::Print(const char* sentence, const char* jsonName) {
+  const Time now = std::chrono::system_clock::now();
+  if (options.json) {
+    terminal.out.Line(NoticeJsonLine(jsonName, JsonTime(now)));
+  } else {
+    PrintLine(sentence, now);
+  }
+}
+
+void Watch::PrintLine(const std::string& line, Time time) {
+  terminal.out.Line(options.time ? LocalTimeText(time) + ' ' + line : line);
+}
+
+std::optional<std::string> Watch::JsonTime(Time time) const {
+  return options.time ? std::optional(UtcTimeText(time)) : std::nullopt;
 }
 
 }  // namespace
 
-void AddWatchCommand(CLI::App& app, Command& command) {
-  const auto options = std::make_shared<WatchOptions>();
-  CLI::App* const watch =
-      app.add_subcommand("watch", "Prints a line for each callback, until Ctrl+C");
-  watch
-      ->add_option_function<std::string>(
-          "--for",
-          [options](const std::string& text) { options->duration = ParseSeconds("--for", text); },
-          "end after so long")
-      ->type_name("SECONDS");
-  watch->add_flag("--json", options->json, "print each as a JSON object on a line");
-  watch->add_flag("--time", options->time, "print the time, too");
-  watch->callback([options, &command] {
-    command = {};
-    command.needsManualRequests = false;
-    command.endsWithInterrupt = true;
-    command.run = [options = *options](Session& session, Terminal& terminal) {
-      return Watch(session, terminal, options).Run();
-    };
-  });
+Command WatchCallbacks(const WatchOptions& options) {
+  Duration duration;
+  if (options.duration) duration = ParseSeconds("--for", *options.duration);
+  Command command;
+  command.needsManualRequests = false;
+  command.endsWithInterrupt = true;
+  command.run = [options, duration](Session& session, Terminal& terminal) {
+    return Watch(session, terminal, options, duration).Run();
+  };
+  return command;
 }
 
 }  // namespace tool

@@ -1,12 +1,9 @@
 // zoom A B C D: the display zoom map.
 
-#include <CLI/CLI.hpp>
-
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <array>
 #include <limits>
-#include <memory>
 
 #include "KorvuTabletSettingsAPI.h"
 #include "arguments.h"
@@ -21,12 +18,6 @@ namespace tool {
 namespace {
 
 constexpr std::string_view kWhat = "zoom";
-
-struct ZoomOptions {
-  std::array<std::string, 4> words;
-  std::array<CLI::Option*, 4> given{};
-  bool useDefault = false;
-};
 
 struct Zoom {
   KorvuISD_ZoomPair first{};
@@ -63,8 +54,8 @@ Zoom ParseZoom(const ZoomOptions& options) {
   std::array<int32_t, 4> numbers{};
   size_t count = 0;
   for (size_t at = 0; at < numbers.size(); ++at) {
-    if (options.given[at]->count() == 0) continue;
-    numbers[at] = ParseNumber(kNames[at], options.words[at], std::numeric_limits<int32_t>::min(),
+    if (!options.numbers[at]) continue;
+    numbers[at] = ParseNumber(kNames[at], *options.numbers[at], std::numeric_limits<int32_t>::min(),
                               std::numeric_limits<int32_t>::max());
     ++count;
   }
@@ -76,22 +67,13 @@ Zoom ParseZoom(const ZoomOptions& options) {
 
 }  // namespace
 
-void AddZoomCommand(CLI::App& app, Command& command) {
-  const auto options = std::make_shared<ZoomOptions>();
-  CLI::App* const zoom =
-      app.add_subcommand("zoom", "Replaces the display zoom map by one entry of four numbers");
-  constexpr std::array<const char*, 4> kNames{"A", "B", "C", "D"};
-  for (size_t at = 0; at < kNames.size(); ++at) {
-    options->given[at] = zoom->add_option(kNames[at], options->words[at], "whole number");
-  }
-  zoom->add_flag("--default", options->useDefault, "let the service use its default");
-  zoom->callback([options, &command] {
-    command = {};
-    command.changesSettings = true;
-    command.run = [zoom = ParseZoom(*options)](Session& session, Terminal& terminal) {
-      return ChangeZoom(session, terminal, zoom);
-    };
-  });
+Command SetZoom(const ZoomOptions& options) {
+  Command command;
+  command.changesSettings = true;
+  command.run = [zoom = ParseZoom(options)](Session& session, Terminal& terminal) {
+    return ChangeZoom(session, terminal, zoom);
+  };
+  return command;
 }
 
 }  // namespace tool
