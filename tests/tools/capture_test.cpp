@@ -37,6 +37,34 @@ TEST_F(Capture, PrintsWhatWasTypedUntilEnter) {
   EXPECT_EQ(service.Give("type more"), "error: type: no client captures keystrokes\n");
 }
 
+// The service announces what is shown and what a button takes one after the other.
+TEST_F(Capture, WaitsForTheKeysOfWhatItHasShown) {
+  ChildProcess tool(kToolProgram, {"capture"});
+  ASSERT_TRUE(tool.WaitForErrors("Capturing keystrokes"));
+  service.Give("announce CapturedKeystrokes Ctrl+S");
+  ASSERT_TRUE(tool.WaitForErrors("captured: Ctrl+S\n"));
+  tool.Type("");
+  ASSERT_TRUE(tool.WaitForErrors("Waiting for the service"));
+  service.Give("announce CapturedKeystrokesEntities {Ctrl}s");
+  const Ending ending = EndOf(tool);
+  EXPECT_EQ(ending.exitCode, 0);
+  EXPECT_EQ(ending.output, "{Ctrl}s\n");
+}
+
+TEST_F(Capture, WaitsForKeysOnlyUntilCtrlC) {
+  ChildProcess tool(kToolProgram, {"capture"}, ConsoleUse::kOwn);
+  ASSERT_TRUE(tool.WaitForErrors("Capturing keystrokes"));
+  service.Give("announce CapturedKeystrokes Ctrl+");
+  ASSERT_TRUE(tool.WaitForErrors("captured: Ctrl+\n"));
+  tool.Type("");
+  ASSERT_TRUE(tool.WaitForErrors("Waiting for the service"));
+  tool.PressCtrlC();
+  const Ending ending = EndOf(tool);
+  EXPECT_EQ(ending.exitCode, 0);
+  EXPECT_EQ(ending.output, "");
+  EXPECT_THAT(ending.errors, testing::EndsWith("No keystrokes were captured.\n"));
+}
+
 TEST_F(Capture, EndsByItselfAfterItsTime) {
   const Ending ending = RunTool({"capture", "--for", "0.3"});
   EXPECT_EQ(ending.exitCode, 0);
@@ -51,11 +79,13 @@ TEST_F(Capture, KeepsWhatItHasWhenTheServiceGoes) {
   ChildProcess tool(kToolProgram, {"capture"});
   ASSERT_TRUE(tool.WaitForErrors("Capturing keystrokes"));
   TypeAtTheService("Ctrl+S");
-  ASSERT_TRUE(tool.WaitForErrors("captured: Ctrl+S\n"));
+  // What is shown next comes after the keys of what was shown before.
+  TypeAtTheService("Ctrl+Z");
+  ASSERT_TRUE(tool.WaitForErrors("captured: Ctrl+Z\n"));
   service.process.Kill();
   const Ending ending = EndOf(tool);
   EXPECT_EQ(ending.exitCode, 3);
-  EXPECT_EQ(ending.output, "Ctrl+S\n");
+  EXPECT_THAT(ending.output, testing::AnyOf("Ctrl+S\n", "Ctrl+Z\n"));
   EXPECT_THAT(ending.errors, HasSubstr("what it captured may be incomplete\n"));
 }
 

@@ -37,6 +37,7 @@ enum KeyIndex : size_t {
   kBatteryAlertDelayKey = 114,
   kTiltSensitivityKey = 115,
   kTipSensitivityKey = 116,
+  kCapturedKeysKey = 117,
   kZoomMapKey = 125,
   kOpaqueEnabledKey = 127,
   kOpaqueSetupStateKey = 128,

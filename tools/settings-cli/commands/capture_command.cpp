@@ -3,6 +3,7 @@
 #include <fmt/core.h>
 
 #include <algorithm>
+#include <array>
 #include <vector>
 
 #include "KorvuTabletSettingsAPI.h"
@@ -11,6 +12,7 @@
 #include "commands/commands.h"
 #include "console.h"
 #include "heartbeat.h"
+#include "keys.h"
 #include "session.h"
 #include "text.h"
 
@@ -22,7 +24,34 @@ constexpr size_t kCapacity = size_t{1} << 20;
 
 using Duration = std::optional<std::chrono::milliseconds>;
 
-enum class End { kWanted, kServiceLost };
+// For the keys of what was shown. Ctrl+C ends it sooner.
+constexpr std::chrono::seconds kPatience{30};
+constexpr std::chrono::milliseconds kPause{50};
+
+// How the capture ended, and whether there are keys to collect.
+struct End {
+  bool isServiceLost = false;
+  bool isTextShown = false;
+};
+
+// The service announces the text that is shown, and then the keys, of which no callback tells. So
+// what was shown last may have its keys still under way; asking the service for them brings them
+// into the library, too. Returns when the service has them, does not answer any more, or has been
+// given time enough, as a text may be shown without keys.
+void AwaitKeys(Session& session, Terminal& terminal) try {
+  const std::array requests{ValueRequest(kCapturedKeysKey)};
+  const Clock::time_point end = Clock::now() + kPatience;
+  for (bool isFirst = true; Clock::now() < end; isFirst = false) {
+    const std::optional<std::wstring> keys = session.Ask(requests).front();
+    if (!keys || !keys->empty()) return;
+    if (isFirst) {
+      terminal.Note("Waiting for the service to tell the keys; Ctrl+C ends it.");
+    }
+    if (session.Next(Clock::now() + kPause).wake == Wake::kInterrupt) return;
+  }
+} catch (const Interrupted&) {
+  // The keys that have come are still to be collected.
+}
 
 // What the library held, and the service told to stop.
 std::wstring Finish() {
@@ -34,26 +63,32 @@ std::wstring Finish() {
 // Shows what comes until time, Enter or Ctrl+C ends it.
 End Follow(Session& session, Terminal& terminal, const Duration& duration) {
   const Clock::time_point end = duration ? Clock::now() + *duration : Clock::time_point::max();
+  End result;
   Heartbeat heartbeat;
   Heartbeat::Step step = heartbeat.Start(Clock::now());
   for (;;) {
-    if (step.notice) return End::kServiceLost;
+    if (step.notice) {
+      result.isServiceLost = true;
+      return result;
+    }
     if (step.ask) session.Post(*step.ask);
     step = {};
 
     const Delivery delivery = session.Next(std::min(end, heartbeat.NextTime()));
-    if (delivery.wake == Wake::kInterrupt) return End::kWanted;
+    if (delivery.wake == Wake::kInterrupt) return result;
     if (delivery.wake == Wake::kDeadline) {
-      if (Clock::now() >= end) return End::kWanted;
+      if (Clock::now() >= end) return result;
       step = heartbeat.OnTime(Clock::now());
     } else if (std::holds_alternative<EnterPressed>(delivery.letter)) {
-      return End::kWanted;
+      return result;
     } else if (const auto* answer = std::get_if<Answer>(&delivery.letter)) {
       step = heartbeat.OnAnswer(*answer, Clock::now());
     } else if (const auto* event = std::get_if<Event>(&delivery.letter);
                event && event->slot == Slot::kCapturedKeystrokes) {
       heartbeat.OnSignOfLife(Clock::now());
-      terminal.Note("captured: " + OnOneLine(std::get<Text>(event->payload).text));
+      const std::wstring& text = std::get<Text>(event->payload).text;
+      result.isTextShown = !text.empty();
+      terminal.Note("captured: " + OnOneLine(text));
     }
   }
 }
@@ -70,6 +105,8 @@ ExitCode Capture(Session& session, Terminal& terminal, const Duration& duration)
   const End end = Follow(session, terminal, duration);
   // From here on Ctrl+C, if that was the end, no longer keeps us from tidying up.
   TheInbox().ForgetInterrupt();
+  if (end.isTextShown && !end.isServiceLost) AwaitKeys(session, terminal);
+  TheInbox().ForgetInterrupt();
   const std::wstring captured = Finish();
 
   if (captured.empty()) {
@@ -78,7 +115,7 @@ ExitCode Capture(Session& session, Terminal& terminal, const Duration& duration)
     terminal.out.Line(ToUtf8(captured));
   }
   // The answer also tells that the message which ends the capture has been sent.
-  if (end == End::kServiceLost || !session.IsAnswering()) {
+  if (end.isServiceLost || !session.IsAnswering()) {
     throw Failure(ExitCode::kNotConfirmed,
                   "the service refused to capture, or went away meanwhile; what it captured may "
                   "be incomplete");
