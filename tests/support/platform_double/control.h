@@ -16,6 +16,9 @@ std::vector<std::string> TakeMisuses();
 
 size_t OpenHandles();
 
+// Connections of pipes, counted through; both ends of one have the same number. 0: none.
+size_t ConnectionOf(HANDLE pipe);
+
 // References to the library under test, as LoadLibrary, GetModuleHandleEx and FreeLibrary count
 // them.
 size_t ModuleReferences();

@@ -2,6 +2,7 @@
 
 #include "platform_double/constants.h"
 #include "sanitizer_view.h"
+#include "scheduler.h"
 
 namespace platform_double {
 namespace {
@@ -10,9 +11,22 @@ constinit std::mutex kernelMutex;
 
 }  // namespace
 
+Clock::time_point Now() {
+  Scheduler* const scheduler = ChosenScheduler();
+  return scheduler ? scheduler->Now() : Clock::now();
+}
+
 Deadline DeadlineIn(DWORD timeoutMs) {
   if (timeoutMs == INFINITE) return std::nullopt;
-  return Clock::now() + std::chrono::milliseconds(timeoutMs);
+  return Now() + std::chrono::milliseconds(timeoutMs);
+}
+
+void Waiter::Wake() {
+  if (Scheduler* const scheduler = ChosenScheduler()) {
+    scheduler->Wake(*this);
+  } else {
+    wake.notify_one();
+  }
 }
 
 KernelLock::KernelLock() {
@@ -26,6 +40,12 @@ KernelLock::~KernelLock() {
 }
 
 bool KernelLock::Wait(Waiter& waiter, const Deadline& deadline) {
+  if (Scheduler* const scheduler = ChosenScheduler()) {
+    lock.unlock();
+    const bool isInTime = scheduler->Wait(waiter, deadline);
+    lock.lock();
+    return isInTime;
+  }
   if (!deadline) {
     waiter.wake.wait(lock);
     return true;

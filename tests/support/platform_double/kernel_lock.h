@@ -13,6 +13,7 @@ namespace platform_double {
 using Clock = std::chrono::steady_clock;
 using Deadline = std::optional<Clock::time_point>;  // none: for ever
 
+Clock::time_point Now();
 Deadline DeadlineIn(DWORD timeoutMs);
 
 // A thread that waits; the objects that may end its wait know it.
@@ -22,7 +23,7 @@ class Waiter {
   Waiter(const Waiter&) = delete;
   Waiter& operator=(const Waiter&) = delete;
 
-  void Wake() { wake.notify_one(); }
+  void Wake();
 
  private:
   friend class KernelLock;

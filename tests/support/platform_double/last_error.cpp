@@ -1,15 +1,10 @@
 #include "platform_double/functions.h"
-
-namespace {
-
-thread_local DWORD lastError = 0;
-
-}  // namespace
+#include "scheduler.h"
 
 DWORD GetLastError() {
-  return lastError;
+  return platform_double::CurrentThreadState().lastError;
 }
 
 void SetLastError(DWORD error) {
-  lastError = error;
+  platform_double::CurrentThreadState().lastError = error;
 }

@@ -3,6 +3,7 @@
 #include <atomic>
 #include <span>
 
+#include "control.h"
 #include "handle_table.h"
 #include "misuse.h"
 #include "operation.h"
@@ -39,6 +40,13 @@ Status StatusOf(OVERLAPPED& overlapped) {
 }
 
 }  // namespace
+
+size_t ConnectionOf(HANDLE pipe) {
+  const KernelLock lock;
+  const auto end = Find<PipeEnd>(pipe, "ConnectionOf");
+  return end ? end->Connection() : 0;
+}
+
 }  // namespace platform_double
 
 using namespace platform_double;

@@ -88,6 +88,8 @@ void PipeEnd::Cut(Status status) {
 }
 
 void PipeEnd::ConnectTo(PipeEnd& client) {
+  static size_t connectionCount = 0;
+  connection = client.connection = ++connectionCount;
   state = client.state = State::kConnected;
   incoming.clear();
   peer = &client;

@@ -31,6 +31,9 @@ class PipeEnd : public Object {
   void Cut(Status status);
   void OnLastHandleClosed() override { Cut(Status::kPipeBroken); }
 
+  // The same at both ends; stays after they have parted. 0: never connected.
+  size_t Connection() const { return connection; }
+
  protected:
   enum class State { kListening, kConnected, kDisconnected, kClosing };
 
@@ -64,6 +67,7 @@ class PipeEnd : public Object {
   void EndWritesWithRoom();
 
   const bool isOfMessages;
+  size_t connection = 0;
   bool readsMessages;
   const size_t bufferBytes;
   // Both ends know each other until they are cut, which the first one to be closed does.

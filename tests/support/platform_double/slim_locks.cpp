@@ -1,9 +1,20 @@
 #include "platform_double/functions.h"
+#include "scheduler.h"
+
+using namespace platform_double;
 
 void AcquireSRWLockExclusive(SRWLOCK* lock) {
-  lock->mutex.lock();
+  if (Scheduler* const scheduler = ChosenScheduler()) {
+    scheduler->Acquire(*lock);
+  } else {
+    lock->mutex.lock();
+  }
 }
 
 void ReleaseSRWLockExclusive(SRWLOCK* lock) {
-  lock->mutex.unlock();
+  if (Scheduler* const scheduler = ChosenScheduler()) {
+    scheduler->Release(*lock);
+  } else {
+    lock->mutex.unlock();
+  }
 }

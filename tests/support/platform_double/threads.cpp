@@ -13,6 +13,7 @@
 #include "misuse.h"
 #include "platform_double/constants.h"
 #include "platform_double/functions.h"
+#include "scheduler.h"
 
 namespace platform_double {
 namespace {
@@ -22,9 +23,6 @@ std::atomic<DWORD> lastThreadId{1000};
 DWORD NextThreadId() {
   return lastThreadId += 4;
 }
-
-thread_local DWORD threadId = 0;
-thread_local std::jmp_buf* threadEnd = nullptr;
 
 struct ThreadStart {
   LPTHREAD_START_ROUTINE routine;
@@ -36,13 +34,13 @@ struct ThreadStart {
 // In a function of its own, with nothing to destroy in it: AbandonThread comes back here.
 void RunRoutine(LPTHREAD_START_ROUTINE routine, LPVOID parameter) {
   std::jmp_buf end;
-  threadEnd = &end;
+  CurrentThreadState().end = &end;
   if (setjmp(end) == 0) routine(parameter);
 }
 
 void* ThreadMain(void* parameter) {
   const std::unique_ptr<ThreadStart> start(static_cast<ThreadStart*>(parameter));
-  threadId = start->id;
+  CurrentThreadState().id = start->id;
   RunRoutine(start->routine, start->parameter);
   const KernelLock lock;
   start->thread->End();
@@ -51,6 +49,9 @@ void* ThreadMain(void* parameter) {
 }
 
 bool StartDetached(ThreadStart* start) {
+  if (Scheduler* const scheduler = ChosenScheduler()) {
+    return scheduler->StartThread(&ThreadMain, start);
+  }
   pthread_t thread{};
   if (pthread_create(&thread, nullptr, &ThreadMain, start) != 0) return false;
   pthread_detach(thread);
@@ -60,11 +61,12 @@ bool StartDetached(ThreadStart* start) {
 }  // namespace
 
 void AbandonThread() {
-  if (!threadEnd) {
+  std::jmp_buf* const end = CurrentThreadState().end;
+  if (!end) {
     RefuseCallAsUnsupported("FreeLibraryAndExitThread", "the end of a thread of another kind");
     std::abort();
   }
-  std::longjmp(*threadEnd, 1);
+  std::longjmp(*end, 1);
 }
 
 }  // namespace platform_double
@@ -96,10 +98,15 @@ HANDLE CreateThread(LPSECURITY_ATTRIBUTES security, SIZE_T stackBytes,
 }
 
 DWORD GetCurrentThreadId() {
-  if (threadId == 0) threadId = NextThreadId();
-  return threadId;
+  DWORD& id = CurrentThreadState().id;
+  if (id == 0) id = NextThreadId();
+  return id;
 }
 
 void Sleep(DWORD timeMs) {
-  std::this_thread::sleep_for(std::chrono::milliseconds(timeMs));
+  if (Scheduler* const scheduler = ChosenScheduler()) {
+    scheduler->Sleep(timeMs);
+  } else {
+    std::this_thread::sleep_for(std::chrono::milliseconds(timeMs));
+  }
 }

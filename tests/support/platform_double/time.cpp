@@ -8,7 +8,7 @@ namespace platform_double {
 namespace {
 
 const Clock::time_point& ProcessStart() {
-  static const Clock::time_point start = Clock::now();
+  static const Clock::time_point start = Now();
   return start;
 }
 
@@ -17,7 +17,7 @@ const Clock::time_point& ProcessStart() {
 // The platform's clock tells the time since the start of the process, whoever uses the processor.
 std::clock_t WallClock() {
   using Ticks = std::chrono::duration<std::clock_t, std::ratio<1, CLOCKS_PER_SEC>>;
-  return std::chrono::duration_cast<Ticks>(Clock::now() - ProcessStart()).count();
+  return std::chrono::duration_cast<Ticks>(Now() - ProcessStart()).count();
 }
 
 }  // namespace platform_double

@@ -1,0 +1,11 @@
+#!/usr/bin/env bash
+# Tests the simulator: plants the faults of tests/simulation/planted/table.txt one at a time, and has
+# it look for each. plant.sh TEXT: only those with this text in their name.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+scripts/setup.sh
+cmake --preset linux-simulation >/dev/null
+cmake --build --preset linux-simulation >/dev/null
+exec python3 tests/simulation/planted/plant.py build/planted \
+  build/linux-simulation/bin/korvu_simulation "$@"

@@ -1,0 +1,14 @@
+#!/usr/bin/env bash
+# simulate.sh LIVES [SEED]: lives of the library in a simulated world, from this seed on, on all
+# processors; first the seeds that once broke a promise. simulate.sh --seed N --log: one life again,
+# all of it told. docs/testing.md tells what is simulated, and what the figures are.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+scripts/setup.sh
+cmake --preset linux-simulation >/dev/null
+cmake --build --preset linux-simulation >build/linux-simulation/build.log || {
+  tail -n 40 build/linux-simulation/build.log >&2
+  exit 2
+}
+exec build/linux-simulation/bin/korvu_simulation --jobs "$(nproc)" "$@"

@@ -1,0 +1,97 @@
+"""Plants the faults of table.txt one at a time in a copy of the sources, and has the simulator look
+for each. Usage: plant.py TREE SIMULATION [NAME-FRAGMENT]; TREE is the folder for the copy."""
+
+import pathlib
+import re
+import shutil
+import subprocess
+import sys
+import time
+
+LIVES = 5000
+ROOT = pathlib.Path(__file__).resolve().parents[3]
+TABLE = ROOT / "tests/simulation/planted/table.txt"
+
+
+def read_table():
+    faults = []
+    for line in TABLE.read_text().splitlines():
+        mark, text = line[:1], line[2:].replace("\\n", "\n")
+        if mark == "!":
+            faults.append((text, []))
+        elif mark == "@":
+            file = text
+        elif mark == "-":
+            old = text
+        elif mark == "+":
+            faults[-1][1].append((file, old, text))
+    return faults
+
+
+def changed(name, changes):
+    """The changed files by path."""
+    texts = {}
+    for file, old, new in changes:
+        text = texts.get(file) or (ROOT / file).read_text()
+        if text.count(old) != 1:
+            sys.exit(f'plant: {name}: "{old}" does not stand exactly once in {file}')
+        texts[file] = text.replace(old, new)
+    return texts
+
+
+def build(tree):
+    command = ["cmake", "--build", "--preset", "linux-simulation", "--target", "korvu_simulated_library"]
+    return subprocess.run(command, cwd=tree, capture_output=True, text=True)
+
+
+def configure(tree):
+    for part in ["CMakeLists.txt", "CMakePresets.json", "cmake", "include", "src", "tests", "tools"]:
+        source = ROOT / part
+        if source.is_dir():
+            shutil.copytree(source, tree / part, dirs_exist_ok=True)
+        else:
+            shutil.copy2(source, tree / part)
+    # A fault may leave something unused.
+    flags = "-O1 -gline-tables-only -Wno-error"
+    command = ["cmake", "--preset", "linux-simulation", f"-DCMAKE_CXX_FLAGS={flags}"]
+    subprocess.run(command, cwd=tree, check=True, capture_output=True)
+
+
+def look(simulation, library):
+    command = [simulation, str(LIVES), "--jobs", "2", "--no-known-seeds", "--no-shrinking", "--library", library]
+    output = subprocess.run(command, capture_output=True, text=True).stdout
+    lives = re.search(r"^(\d+) lives", output)
+    broken = re.search(r"^seed (\d+) breaks promise (\d+): (.*)$", output, re.MULTILINE)
+    return int(lives[1]) if lives else 0, broken
+
+
+def main():
+    tree, simulation = pathlib.Path(sys.argv[1]), sys.argv[2]
+    wanted = sys.argv[3] if len(sys.argv) > 3 else ""
+    tree.mkdir(parents=True, exist_ok=True)
+    configure(tree)
+    library = str(tree / "build/linux-simulation/bin/korvu_simulated_library.so")
+    faults = [fault for fault in read_table() if wanted in fault[0]]
+    found = 0
+    for number, (name, changes) in enumerate(faults, 1):
+        texts = changed(name, changes)
+        for file, text in texts.items():
+            (tree / file).write_text(text)
+        built = build(tree)
+        if built.returncode != 0:
+            sys.exit(f"plant: does not compile: {name}\n{built.stdout[-3000:]}")
+        began = time.time()
+        lives, broken = look(simulation, library)
+        if broken:
+            found += 1
+            verdict = f"found after {lives} lives: seed {broken[1]}, promise {broken[2]}: {broken[3][:90]}"
+        else:
+            verdict = f"NOT FOUND in {lives} lives"
+        print(f"{number:2} {name}: {verdict} ({time.time() - began:.1f} s)", flush=True)
+        for file in texts:
+            shutil.copy(ROOT / file, tree / file)
+    print(f"{found} of {len(faults)} found")
+    sys.exit(0 if found == len(faults) else 1)
+
+
+main()

@@ -1,0 +1,10 @@
+// The trace's file, which nobody keeps.
+#pragma once
+
+#include <cstdio>
+
+namespace simulation {
+
+std::FILE* OpenTraceFile();
+
+}  // namespace simulation
