@@ -7,8 +7,12 @@
 #include <cstdarg>
 #include <cstddef>
 #include <cstdio>
+#include <memory>
 #include <string>
+#include <string_view>
+#include <utility>
 
+#include "core/trace_line.h"
 #include "platform/mutex.h"
 
 namespace KorvuISD {
@@ -25,43 +29,25 @@ LeafMutex traceMutex;
 std::wstring& traceFileName GUARDED_BY(traceMutex) = *new std::wstring;  // empty: tracing is off
 std::FILE* traceFile GUARDED_BY(traceMutex) = nullptr;
 
-// The C runtime's own wide formatter, under the names that the toolchain does not replace by a
-// standard one: only it reads %s as wide text. Empty if the runtime refuses the format.
-std::wstring Format(const wchar_t* format, va_list arguments) {
-  va_list measured;
-  va_copy(measured, arguments);
-  const int length = _vscwprintf(format, measured);
-  va_end(measured);
-  if (length < 0) return {};
-  std::wstring text(static_cast<size_t>(length), L'\0');
-  // Exactly as many characters as were counted; the string has the place for the terminator.
-  _vsnwprintf(text.data(), text.size() + 1, format, arguments);
-  return text;
-}
+// The line that is made next, for the sake of its memory. Null while a thread is making it.
+TraceLine* spareLine GUARDED_BY(traceMutex) = nullptr;
 
-std::wstring FormatText(const wchar_t* format, ...) {
+TraceLine FormatLine(const wchar_t* format, ...) {
+  TraceLine line;
   va_list arguments;
   va_start(arguments, format);
-  std::wstring text = Format(format, arguments);
+  line.Format(format, arguments);
   va_end(arguments);
-  return text;
-}
-
-std::string ToUtf8(const std::wstring& text) {
-  const int length = static_cast<int>(text.size());
-  const int size =
-      WideCharToMultiByte(CP_UTF8, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
-  std::string bytes(static_cast<size_t>(size), '\0');
-  WideCharToMultiByte(CP_UTF8, 0, text.data(), length, bytes.data(), size, nullptr, nullptr);
-  return bytes;
+  return line;
 }
 
 std::wstring NewTraceFileName() {
   SYSTEMTIME now;
   GetLocalTime(&now);
-  return FormatText(L"c:\\Korvu\\Korvu-%02d-%02d-%d-at-%02d%02d-isd-settingsapi-pid-%u.txt",
+  return FormatLine(L"c:\\Korvu\\Korvu-%02d-%02d-%d-at-%02d%02d-isd-settingsapi-pid-%u.txt",
                     now.wMonth, now.wDay, now.wYear, now.wHour, now.wMinute,
-                    static_cast<unsigned>(GetCurrentProcessId()));
+                    static_cast<unsigned>(GetCurrentProcessId()))
+      .Text();
 }
 
 void OpenTraceFile() REQUIRES(traceMutex) {
@@ -74,36 +60,49 @@ void CloseTraceFile() REQUIRES(traceMutex) {
 }
 
 // A file that could not be opened is tried again with every line: the directory may appear.
-void WriteLine(const std::wstring& text) REQUIRES(traceMutex) {
+void WriteLine(TraceLine& line) REQUIRES(traceMutex) {
   if (traceFileName.empty()) return;
   if (!traceFile) OpenTraceFile();
   if (!traceFile) return;
-  SYSTEMTIME now;
-  GetLocalTime(&now);
-  const std::string line = ToUtf8(FormatText(L"%02d:%02d:%02d.%03d -- %05u/%05u -- ", now.wHour,
-                                             now.wMinute, now.wSecond, now.wMilliseconds,
-                                             static_cast<unsigned>(GetCurrentProcessId()),
-                                             static_cast<unsigned>(GetCurrentThreadId())) +
-                                  text);
-  std::fwrite(line.data(), 1, line.size(), traceFile);
+  const std::string_view bytes = line.Stamped();
+  std::fwrite(bytes.data(), 1, bytes.size(), traceFile);
   std::fflush(traceFile);
 }
 
-void WriteText(const std::wstring& text) REQUIRES(traceMutex) {
-  OutputDebugStringW(text.c_str());
-  WriteLine(text);
+void WriteText(TraceLine& line) REQUIRES(traceMutex) {
+  if (line.IsEmpty()) return;
+  OutputDebugStringW(line.Text());
+  WriteLine(line);
+}
+
+void WriteText(TraceLine&& line) REQUIRES(traceMutex) {
+  WriteText(line);
+}
+
+std::unique_ptr<TraceLine> TakeLine() {
+  TraceLine* line = nullptr;
+  {
+    const MutexLock lock(traceMutex);
+    line = std::exchange(spareLine, nullptr);
+  }
+  return line ? std::unique_ptr<TraceLine>(line) : std::make_unique<TraceLine>();
+}
+
+void KeepLine(std::unique_ptr<TraceLine> line) REQUIRES(traceMutex) {
+  if (!spareLine) spareLine = line.release();
 }
 
 }  // namespace
 
 void TraceWrite(const wchar_t* format, ...) {
+  std::unique_ptr<TraceLine> line = TakeLine();
   va_list arguments;
   va_start(arguments, format);
-  const std::wstring text = Format(format, arguments);
+  line->Format(format, arguments);
   va_end(arguments);
-  if (text.empty()) return;
   const MutexLock lock(traceMutex);
-  WriteText(text);
+  WriteText(*line);
+  KeepLine(std::move(line));
 }
 
 void StartTracing() {
@@ -115,14 +114,14 @@ void StartTracing() {
     traceFileName = NewTraceFileName();
     OpenTraceFile();
   }
-  WriteText(FormatText(L"Sending trace to file %ws\r\n", traceFileName.c_str()));
+  WriteText(FormatLine(L"Sending trace to file %ws\r\n", traceFileName.c_str()));
 }
 
 void StopTracing() {
   // Under the lock as one step: no other thread's line may follow the closing one.
   const MutexLock lock(traceMutex);
   if (traceEnabled) {
-    WriteText(FormatText(L"Closing Logging to %ws\r\n", traceFileName.c_str()));
+    WriteText(FormatLine(L"Closing Logging to %ws\r\n", traceFileName.c_str()));
   }
   CloseTraceFile();
   traceFileName.clear();
@@ -133,6 +132,7 @@ void ReleaseTrace() {
   const MutexLock lock(traceMutex);
   CloseTraceFile();
   delete &traceFileName;
+  delete std::exchange(spareLine, nullptr);
 }
 
 }  // namespace KorvuISD

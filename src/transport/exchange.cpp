@@ -114,10 +114,8 @@ bool Exchange::Judge(const std::wstring& sent) {
     case ReplyKind::kValue: {
       const std::wstring_view key = RequestPart(sent);
       replyValue = judged.value;
-      if (traceEnabled) {
-        Trace(L"SendJSON: parsed key %s; parsed value %s.\r\n", std::wstring(key).c_str(),
-              replyValue.c_str());
-      }
+      Trace(L"SendJSON: parsed key %.*s; parsed value %s.\r\n", static_cast<int>(key.size()),
+            key.data(), replyValue.c_str());
       client.DispatchValue(key, replyValue);
       return true;
     }

@@ -189,12 +189,10 @@ void SyncThread::Announce() {
     return;
   }
   value = announcement.value;
-  if (traceEnabled) {
-    // A terminated copy of the key, which nothing else needs.
-    const std::wstring key(announcement.key);
-    Trace(L"SyncThread: parsed key %s; parsed value %s.\r\n", key.c_str(), value.c_str());
-  }
-  client.DispatchValue(announcement.key, value);
+  const std::wstring_view key = announcement.key;
+  Trace(L"SyncThread: parsed key %.*s; parsed value %s.\r\n", static_cast<int>(key.size()),
+        key.data(), value.c_str());
+  client.DispatchValue(key, value);
 }
 
 DWORD SyncThread::Close() {
