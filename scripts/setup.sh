@@ -25,6 +25,7 @@ packages=(
   nlohmann-json3-dev
   pkgconf
   python3
+  valgrind
   wine64
 )
 

@@ -3,6 +3,7 @@
 #include <stdexcept>
 #include <vector>
 
+#include "clients/call_costs.h"
 #include "clients/floor_client.h"
 #include "clients/limit_client.h"
 #include "clients/peer_client.h"
@@ -59,6 +60,7 @@ json Tasks::Do(const json& task) {
   const std::string name = task.at("task");
   if (name == "cpu") return {{"cpuNs", CpuNs()}};
   if (name == "holdings") return HoldingsAsJson();
+  if (name == "calls") return MeasureCalls(task.at("count"));
   if (name == "loading") return MeasureLoading(task.at("times"));
   if (!client) throw std::runtime_error("there is no client for " + name);
   if (name == "connect") return AsJson(client->Connect());

@@ -1,0 +1,328 @@
+#include "platform.h"
+
+#include <windows.h>
+
+#include <array>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+#include <string_view>
+
+#include "calls.h"
+#include "charging.h"
+#include "control.h"
+#include "platform_double/imports.h"
+#include "script.h"
+
+using namespace Counts;
+
+namespace {
+
+struct Event {
+  bool isOpen;
+  bool isSet;
+};
+
+std::array<Event, 16> events{};
+char sendOnlyPipe = 0;
+char duplexPipe = 0;
+char thread = 0;
+DWORD lastError = ERROR_SUCCESS;
+LPTHREAD_START_ROUTINE threadRoutine = nullptr;
+void* threadParameter = nullptr;
+
+// The operation under way on each pipe; a write has no buffer.
+struct Operation {
+  OVERLAPPED* overlapped;
+  void* buffer;
+  size_t written;
+};
+Operation announcing{};
+Operation exchanging{};
+std::wstring reply;
+int turnsOfBurst = 0;
+
+DWORD Hand(const std::wstring& message, const Operation& read) {
+  const size_t byteCount = message.size() * sizeof(wchar_t);
+  std::memcpy(read.buffer, message.data(), byteCount);
+  read.overlapped->Internal = 0;
+  return static_cast<DWORD>(byteCount);
+}
+
+}  // namespace
+
+// What the library calls all the time: a count and a constant.
+
+DWORD GetLastError() {
+  ++calls[kGetLastError];
+  return lastError;
+}
+
+void SetLastError(DWORD error) {
+  lastError = error;
+}
+
+DWORD GetCurrentThreadId() {
+  ++calls[kGetCurrentThreadId];
+  return 7312;
+}
+
+void AcquireSRWLockExclusive(SRWLOCK*) {
+  ++calls[kAcquireSRWLockExclusive];
+}
+
+void ReleaseSRWLockExclusive(SRWLOCK*) {
+  ++calls[kReleaseSRWLockExclusive];
+}
+
+HANDLE CreateEventW(LPSECURITY_ATTRIBUTES, BOOL, BOOL, LPCWSTR) {
+  ++calls[kCreateEventW];
+  for (Event& event : events) {
+    if (event.isOpen) continue;
+    event = {true, false};
+    return &event;
+  }
+  std::abort();
+}
+
+BOOL CloseHandle(HANDLE handle) {
+  ++calls[kCloseHandle];
+  if (handle >= events.data() && handle < events.data() + events.size()) {
+    static_cast<Event*>(handle)->isOpen = false;
+  }
+  return TRUE;
+}
+
+BOOL SetEvent(HANDLE event) {
+  ++calls[kSetEvent];
+  static_cast<Event*>(event)->isSet = true;
+  return TRUE;
+}
+
+BOOL ResetEvent(HANDLE event) {
+  ++calls[kResetEvent];
+  static_cast<Event*>(event)->isSet = false;
+  return TRUE;
+}
+
+DWORD WaitForSingleObject(HANDLE, DWORD) {
+  ++calls[kWaitForSingleObject];
+  return WAIT_OBJECT_0;
+}
+
+DWORD WaitForMultipleObjects(DWORD, const HANDLE* handles, BOOL, DWORD) {
+  Reach(Point::kTurnEnds);
+  const bool& isSendSet = static_cast<const Event*>(handles[1])->isSet;
+  // After a setter's set message comes its value request.
+  turnsOfBurst = isSendSet ? turnsOfBurst + 1 : 1;
+  const Wake wake = NextWake(isSendSet);
+  if (wake == Wake::kRead) Reach(Point::kAnnouncementTurnBegins);
+  if (wake == Wake::kSend && turnsOfBurst == 2) Reach(Point::kValueTurnBegins);
+  ++calls[kWaitForMultipleObjects];
+  return WAIT_OBJECT_0 + (wake == Wake::kSend ? 1 : 2);
+}
+
+// The pipes. Every read is pending at first, as it is with a service that takes its time.
+
+BOOL ReadFile(HANDLE file, LPVOID buffer, DWORD, LPDWORD, LPOVERLAPPED overlapped) {
+  ++calls[kReadFile];
+  overlapped->Internal = STATUS_PENDING;
+  lastError = ERROR_IO_PENDING;
+  (file == &sendOnlyPipe ? announcing : exchanging) = {overlapped, buffer, 0};
+  return FALSE;
+}
+
+BOOL WriteFile(HANDLE, LPCVOID bytes, DWORD size, LPDWORD, LPOVERLAPPED overlapped) {
+  const Uncharged pause;
+  ++calls[kWriteFile];
+  exchanging = {overlapped, nullptr, size};
+  reply = AnswerTo({static_cast<const wchar_t*>(bytes), size / sizeof(wchar_t)});
+  return TRUE;
+}
+
+BOOL CancelIoEx(HANDLE, LPOVERLAPPED overlapped) {
+  ++calls[kCancelIoEx];
+  overlapped->Internal = 0;
+  return TRUE;
+}
+
+BOOL GetOverlappedResult(HANDLE file, LPOVERLAPPED, LPDWORD byteCount, BOOL wait) {
+  if (wait) {  // for the end of what was cancelled
+    ++calls[kGetOverlappedResult];
+    lastError = ERROR_OPERATION_ABORTED;
+    return FALSE;
+  }
+  Point reached = Point::kNone;
+  {
+    const Uncharged pause;
+    ++calls[kGetOverlappedResult];
+    if (file == &sendOnlyPipe) {
+      *byteCount = Hand(TakeAnnouncement(), announcing);
+      reached = Point::kAnnouncementRead;
+    } else if (exchanging.buffer) {
+      *byteCount = Hand(reply, exchanging);
+      if (reply.starts_with(L"{\"Val\"")) reached = Point::kValueRead;
+    } else {
+      *byteCount = static_cast<DWORD>(exchanging.written);
+    }
+  }
+  Reach(reached);
+  return TRUE;
+}
+
+// What opens a connection.
+
+BOOL WaitNamedPipeW(LPCWSTR, DWORD) {
+  ++calls[kWaitNamedPipeW];
+  return TRUE;
+}
+
+HANDLE CreateFileW(LPCWSTR name, DWORD, DWORD, LPSECURITY_ATTRIBUTES, DWORD, DWORD, HANDLE) {
+  ++calls[kCreateFileW];
+  const bool isSendOnly = std::wstring_view(name).find(L"SendOnly") != std::wstring_view::npos;
+  return isSendOnly ? &sendOnlyPipe : &duplexPipe;
+}
+
+BOOL SetNamedPipeHandleState(HANDLE, LPDWORD, LPDWORD, LPDWORD) {
+  ++calls[kSetNamedPipeHandleState];
+  return TRUE;
+}
+
+HANDLE CreateThread(LPSECURITY_ATTRIBUTES, SIZE_T, LPTHREAD_START_ROUTINE routine, LPVOID parameter,
+                    DWORD, LPDWORD) {
+  ++calls[kCreateThread];
+  threadRoutine = routine;
+  threadParameter = parameter;
+  return &thread;
+}
+
+DWORD GetCurrentProcessId() {
+  return 4242;
+}
+
+BOOL ProcessIdToSessionId(DWORD, DWORD* session) {
+  *session = 1;
+  return TRUE;
+}
+
+BOOL GetModuleHandleExW(DWORD, LPCWSTR, HMODULE* module) {
+  *module = nullptr;
+  return TRUE;
+}
+
+// The trace.
+
+void OutputDebugStringW(LPCWSTR) {
+  ++calls[kOutputDebugStringW];
+}
+
+void GetLocalTime(LPSYSTEMTIME time) {
+  ++calls[kGetLocalTime];
+  *time = {2026, 3, 6, 7, 9, 5, 17, 42};
+}
+
+BOOL PathFileExistsW(LPCWSTR) {
+  return TRUE;
+}
+
+std::FILE* _wfsopen(const wchar_t*, const wchar_t*, int) {
+  return std::fopen("/dev/null", "a");
+}
+
+extern "C" {
+size_t __real_fwrite(const void* bytes, size_t size, size_t count, std::FILE* file);
+int __real_fflush(std::FILE* file);
+
+size_t __wrap_fwrite(const void* bytes, size_t size, size_t count, std::FILE* file) {
+  const Uncharged pause;
+  return __real_fwrite(bytes, size, count, file);
+}
+
+int __wrap_fflush(std::FILE* file) {
+  const Uncharged pause;
+  return __real_fflush(file);
+}
+}
+
+namespace {
+
+int Length(const wchar_t* format, va_list arguments) {
+  const Uncharged pause;
+  ++calls[k_vscwprintf];
+  return _vscwprintf(format, arguments);
+}
+
+int Format(wchar_t* buffer, size_t capacity, const wchar_t* format, va_list arguments) {
+  const Uncharged pause;
+  ++calls[k_vsnwprintf];
+  return _vsnwprintf(buffer, capacity, format, arguments);
+}
+
+int Convert(UINT codePage, DWORD flags, LPCWSTR text, int length, LPSTR bytes, int size,
+            LPCSTR defaultCharacter, LPBOOL usedDefault) {
+  const Uncharged pause;
+  ++calls[kWideCharToMultiByte];
+  return WideCharToMultiByte(codePage, flags, text, length, bytes, size, defaultCharacter,
+                             usedDefault);
+}
+
+}  // namespace
+
+// What nobody calls here.
+
+BOOL CreateDirectoryW(LPCWSTR, LPSECURITY_ATTRIBUTES) {
+  std::abort();
+}
+
+BOOL DisableThreadLibraryCalls(HMODULE) {
+  std::abort();
+}
+
+BOOL DuplicateHandle(HANDLE, HANDLE, HANDLE, LPHANDLE, DWORD, BOOL, DWORD) {
+  std::abort();
+}
+
+BOOL FreeLibrary(HMODULE) {
+  std::abort();
+}
+
+HANDLE GetCurrentProcess() {
+  std::abort();
+}
+
+void Sleep(DWORD) {
+  std::abort();
+}
+
+namespace platform_double {
+
+std::clock_t WallClock() {
+  return 0;
+}
+
+void LeaveThread(HMODULE, DWORD) {
+  std::abort();
+}
+
+void CallFreeLibraryAndExitThread(HMODULE, DWORD) {
+  std::abort();
+}
+
+}  // namespace platform_double
+
+namespace Counts {
+
+void DiscountTheRuntime() {
+  platform_double::RedirectImport("_vscwprintf", reinterpret_cast<void*>(&Length));
+  platform_double::RedirectImport("_vsnwprintf", reinterpret_cast<void*>(&Format));
+  platform_double::RedirectImport("WideCharToMultiByte", reinterpret_cast<void*>(&Convert));
+}
+
+void RunThread() {
+  if (threadRoutine) threadRoutine(threadParameter);
+  std::abort();
+}
+
+}  // namespace Counts
