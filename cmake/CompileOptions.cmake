@@ -39,6 +39,13 @@ if(MINGW)
   endif()
 endif()
 
+# korvu_precompile_headers(TARGET [HEADER]...): the standard headers that most files include, and some
+# more, are parsed once for the target. Each file still includes what it uses.
+function(korvu_precompile_headers target)
+  target_precompile_headers(${target} PRIVATE <algorithm> <functional> <map> <memory> <optional> <string> <variant>
+                            <vector> ${ARGN})
+endfunction()
+
 # korvu_split_debug_file(TARGET): moves a release build's symbols into TARGET's file plus ".debug".
 # To keep dates is to keep the one in the file's header, too, which would else be today's.
 function(korvu_split_debug_file target)
