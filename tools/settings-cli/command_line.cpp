@@ -24,7 +24,7 @@ constexpr const char* kFooter =
     "  1    no connection to the settings service\n"
     "  2    wrong command line\n"
     "  3    the service did not answer, or did not store the change\n"
-    "  4    the result could not be written\n"
+    "  4    the tool itself failed: mostly, its output could not be written\n"
     "  130  interrupted by Ctrl+C (watch and capture: 0)\n"
     "\n"
     "A word that begins with '-' and is no number follows '--'.\n"

@@ -11,7 +11,7 @@ enum class ExitCode : int {
   kNoConnection = 1,
   kUsage = 2,
   kNotConfirmed = 3,  // the service did not answer, or did not store what was asked for
-  kToolFailed = 4,    // the result could not be written, or no memory was left
+  kToolFailed = 4,    // the tool itself failed: mostly, its output could not be written
   kInterrupted = 130,
 };
 

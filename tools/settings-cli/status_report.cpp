@@ -3,48 +3,60 @@
 #include <fmt/core.h>
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <array>
+#include <span>
+#include <stdexcept>
 #include <utility>
 
+#include "buttons.h"
 #include "json_text.h"
+#include "settings_table.h"
 #include "text.h"
 
 namespace tool {
 namespace {
 
+// Whose callback tells of a setting.
+struct SettingSlot {
+  KeyIndex key;
+  Slot slot;
+  std::string_view toldAs = {};  // where the callback tells of something else than is set
+};
+
+constexpr std::array kSettingSlots{
+    SettingSlot{kTipSensitivityKey, Slot::kPressureCurve},
+    SettingSlot{kTiltSensitivityKey, Slot::kTiltSensitivity},
+    SettingSlot{kUpperHoverClickKey, Slot::kUpperSideSwitch},
+    SettingSlot{kLowerHoverClickKey, Slot::kLowerSideSwitch},
+    SettingSlot{kBatteryAlertDelayKey, Slot::kBatteryAlertDelay},
+    SettingSlot{kPenAlertKey, Slot::kPenAlertEnabled},
+    SettingSlot{kPenGesturesKey, Slot::kPenGesturesEnabled},
+    SettingSlot{kMagnifierKey, Slot::kMagnifierEnabled},
+    SettingSlot{kDockPowerSavingKey, Slot::kPenDockPowerSaving},
+    SettingSlot{kDockAlertTimeKey, Slot::kUndockedTimerWait},
+    SettingSlot{kCenterRightClickKey, Slot::kCenterRightClick},
+    SettingSlot{kOpaqueEnabledKey, Slot::kOpaqueEnabledGlobal},
+    SettingSlot{kOpaqueOrientationKey, Slot::kOpaqueOrientation},
+    SettingSlot{kOpaqueInputModeKey, Slot::kOpaqueInputMode},
+    SettingSlot{kOpaqueMappingKey, Slot::kOpaqueMapping},
+    // A step is set; whether there is one is told.
+    SettingSlot{kOpaqueSetupStateKey, Slot::kOpaqueInSetupGuide, "in-setup-guide"},
+    SettingSlot{kOpaqueSetupSaveKey, Slot::kOpaqueRememberDisplay},
+};
+
 struct Row {
-  std::string_view name;  // as `set`, `opaque` and `button` call it
+  std::string_view name;
   Slot slot;
 };
 
-constexpr std::array kSettings{
-    Row{"tip-sensitivity", Slot::kPressureCurve},
-    Row{"tilt-sensitivity", Slot::kTiltSensitivity},
-    Row{"upper-hover-click", Slot::kUpperSideSwitch},
-    Row{"lower-hover-click", Slot::kLowerSideSwitch},
-    Row{"battery-alert-delay", Slot::kBatteryAlertDelay},
-    Row{"pen-alert", Slot::kPenAlertEnabled},
-    Row{"pen-gestures", Slot::kPenGesturesEnabled},
-    Row{"magnifier", Slot::kMagnifierEnabled},
-    Row{"dock-power-saving", Slot::kPenDockPowerSaving},
-    Row{"dock-alert-time", Slot::kUndockedTimerWait},
-    Row{"center-right-click", Slot::kCenterRightClick},
-};
-
-constexpr std::array kOpaqueSettings{
-    Row{"enable", Slot::kOpaqueEnabledGlobal},
-    Row{"orientation", Slot::kOpaqueOrientation},
-    Row{"input-mode", Slot::kOpaqueInputMode},
-    Row{"mapping", Slot::kOpaqueMapping},
-    Row{"in-setup-guide", Slot::kOpaqueInSetupGuide},
-    Row{"setup-save", Slot::kOpaqueRememberDisplay},
-};
-
-constexpr std::array kButtons{
-    Row{"eraser-single", Slot::kEraserSingle}, Row{"eraser-double", Slot::kEraserDouble},
-    Row{"eraser-long", Slot::kEraserLong},     Row{"upper", Slot::kUpperSideSwitch},
-    Row{"lower", Slot::kLowerSideSwitch},      Row{"dock-detach", Slot::kAutoExecuteButton},
-};
+Row RowOf(const PlainSetting& setting) {
+  const auto found =
+      std::find_if(kSettingSlots.begin(), kSettingSlots.end(),
+                   [&](const SettingSlot& entry) { return entry.key == setting.key; });
+  if (found == kSettingSlots.end()) throw std::logic_error("a setting without a slot");
+  return {found->toldAs.empty() ? setting.name : found->toldAs, found->slot};
+}
 
 // A value that equals the one that the library starts with, 0 or off, is not called back.
 Json SettingValue(const Snapshot& values, Slot slot) {
@@ -116,27 +128,32 @@ std::string PensText(const Snapshot& values) {
   return text.empty() ? "Pen\n  none known\n" : text;
 }
 
-template <size_t count>
 std::string SettingsText(std::string_view title, const Snapshot& values,
-                         const std::array<Row, count>& rows) {
+                         std::span<const PlainSetting> settings) {
   std::string text = fmt::format("{}\n", title);
-  for (const Row& row : rows) text += Line(row.name, Readable(SettingValue(values, row.slot)));
+  for (const PlainSetting& setting : settings) {
+    const Row row = RowOf(setting);
+    text += Line(row.name, Readable(SettingValue(values, row.slot)));
+  }
   return text;
 }
 
-template <size_t count>
-Json SettingsJson(const Snapshot& values, const std::array<Row, count>& rows) {
+Json SettingsJson(const Snapshot& values, std::span<const PlainSetting> settings) {
   Json json = Json::object();
-  for (const Row& row : rows) json[std::string(row.name)] = SettingValue(values, row.slot);
+  for (const PlainSetting& setting : settings) {
+    const Row row = RowOf(setting);
+    json[std::string(row.name)] = SettingValue(values, row.slot);
+  }
   return json;
 }
 
 std::string ButtonsText(const Snapshot& values) {
   std::string text = "Buttons\n";
-  for (const Row& row : kButtons) {
-    const Function* function = ButtonFunction(values, row.slot);
-    text += Line(row.name, function ? fmt::format("{} {}", function->code, Quoted(function->name))
-                                    : std::string("unknown"));
+  for (const Button& button : Buttons()) {
+    const Function* function = ButtonFunction(values, button.slot);
+    text +=
+        Line(button.name, function ? fmt::format("{} {}", function->code, Quoted(function->name))
+                                   : std::string("unknown"));
   }
   return text;
 }
@@ -153,10 +170,10 @@ std::string StatusText(const Snapshot& values) {
   text += Line("dockable", YesNo(values.IsSupported(KORVUISD_FEATURE_DOCKABLE)));
   text += Line("opaque mode", YesNo(values.IsSupported(KORVUISD_FEATURE_OPAQUE_MODE)));
   text += PensText(values);
-  text += SettingsText("Settings", values, kSettings);
+  text += SettingsText("Settings", values, PlainSettings());
   text += Line("menu-limit 1", fmt::format("{}", values.RingCountOf(0).value_or(0)));
   text += Line("menu-limit 2", fmt::format("{}", values.RingCountOf(1).value_or(0)));
-  text += SettingsText("Opaque mode", values, kOpaqueSettings);
+  text += SettingsText("Opaque mode", values, OpaqueSettings());
   text += Line("display-path", Quoted(DisplayPath(values)));
   text += ButtonsText(values);
   return text;
@@ -171,15 +188,15 @@ std::string StatusJson(const Snapshot& values) {
                       {"opaqueMode", Optional(values.IsSupported(KORVUISD_FEATURE_OPAQUE_MODE))}};
   json["pens"] = Json::array();
   for (const auto& [serialNumber, pen] : values.Pens()) json["pens"].push_back(PenJson(pen));
-  json["settings"] = SettingsJson(values, kSettings);
+  json["settings"] = SettingsJson(values, PlainSettings());
   json["settings"]["menu-limit"] =
       Json::array({values.RingCountOf(0).value_or(0), values.RingCountOf(1).value_or(0)});
-  json["opaque"] = SettingsJson(values, kOpaqueSettings);
+  json["opaque"] = SettingsJson(values, OpaqueSettings());
   json["opaque"]["display-path"] = ToUtf8(DisplayPath(values));
   json["buttons"] = Json::object();
-  for (const Row& row : kButtons) {
-    const Function* function = ButtonFunction(values, row.slot);
-    json["buttons"][std::string(row.name)] = function ? FunctionJson(*function) : Json(nullptr);
+  for (const Button& button : Buttons()) {
+    const Function* function = ButtonFunction(values, button.slot);
+    json["buttons"][std::string(button.name)] = function ? FunctionJson(*function) : Json(nullptr);
   }
   return IndentedJsonText(json);
 }

@@ -55,6 +55,10 @@ TEST(ServiceOptions, HelpTellsTheExitCodes) {
   const NoService help = Refused({"--help"});
   EXPECT_EQ(help.exitCode, ExitCode::kDone);
   EXPECT_THAT(help.output, HasSubstr("Exit codes:"));
+  for (const char* option :
+       {"--verbose", "--store", "--session", "--script", "--log", "--exit-with-stdin"}) {
+    EXPECT_THAT(help.output, HasSubstr(option));
+  }
   EXPECT_THAT(help.errorOutput, IsEmpty());
 }
 
@@ -80,7 +84,7 @@ INSTANTIATE_TEST_SUITE_P(
                     std::vector<std::string>{"--session", "x"},
                     std::vector<std::string>{"--session", "-1"},
                     std::vector<std::string>{"--session", "1.5"},
-                    std::vector<std::string>{"--session", "99999999999"},
+                    std::vector<std::string>{"--session", "4294967296"},
                     std::vector<std::string>{"--session", "1", "--session", "2"},
                     std::vector<std::string>{"--store"}, std::vector<std::string>{"--store", ""},
                     std::vector<std::string>{"--script", ""}, std::vector<std::string>{"--log", ""},
