@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Tests the simulator: plants the faults of tests/simulation/planted/table.txt one at a time, and has
-# it look for each. plant.sh TEXT: only those with this text in their name.
+# it look for each. plant.sh TEXT...: only those with one of these in their name.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 

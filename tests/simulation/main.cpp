@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -17,6 +18,7 @@
 #include <string>
 #include <vector>
 
+#include "checkers/checkers.h"
 #include "judge.h"
 #include "life.h"
 #include "platform_calls.h"
@@ -35,6 +37,7 @@ struct Arguments {
   uint64_t lives = 1000;
   uint64_t firstSeed = 1;
   size_t jobs = 1;
+  std::optional<uint64_t> seconds;  // then no further life begins
   std::string library = SIMULATED_LIBRARY;
   std::string knownSeeds = KNOWN_SEEDS;
   bool shrinks = true;
@@ -85,7 +88,11 @@ void Work(size_t worker, const std::vector<uint64_t>& seeds, const Arguments& ar
   if (!std::freopen("/dev/null", "w", stderr)) std::abort();
   // The first life makes what is made once.
   LiveFirst(arguments.library);
-  while (shared.isOver == 0) {
+  const auto isTimeOver = [&, start = std::chrono::steady_clock::now()] {
+    return arguments.seconds &&
+           std::chrono::steady_clock::now() - start >= std::chrono::seconds(*arguments.seconds);
+  };
+  while (shared.isOver == 0 && !isTimeOver()) {
     const uint64_t number = shared.next++;
     if (number >= seeds.size()) break;
     shared.seeds[worker] = seeds[number];
@@ -215,6 +222,8 @@ Arguments ArgumentsFrom(int count, char** values) {
       arguments.isTold = true;
     } else if (option == "--jobs") {
       arguments.jobs = std::min<size_t>(std::stoull(value()), kMostJobs);
+    } else if (option == "--seconds") {
+      arguments.seconds = std::stoull(value());
     } else if (option == "--library") {
       arguments.library = value();
     } else if (option == "--no-known-seeds") {
@@ -234,6 +243,11 @@ Arguments ArgumentsFrom(int count, char** values) {
 
 int main(int count, char** values) {
   const Arguments arguments = ArgumentsFrom(count, values);
+  if (!HasLockTable(ARCHITECTURE_PAGE)) {
+    std::fprintf(stderr, "simulate: %s has another table of locks than the checker\n",
+                 ARCHITECTURE_PAGE);
+    return 2;
+  }
   WatchPlatformCalls();
   return arguments.one ? Replay(*arguments.one, arguments) : Run(arguments);
 }

@@ -68,10 +68,16 @@ void DrawCalls(Random& random, const Kinds& kinds, Plan& plan) {
       call.verb = random.Of({Verb::kRegister, Verb::kRegister, Verb::kUnregister});
       call.value = static_cast<int64_t>(random.Between(1, 5));
     } else if (what < 78) {
-      if (!kinds.shutdowns) continue;
+      // Connections of any thread, while the service comes and goes, are in order without a
+      // shutdown.
       call.verb = random.Of({Verb::kShutdown, Verb::kConnect});
-      if (plan.isOrderly) call.thread = 0;
+      if (!kinds.shutdowns) call.verb = Verb::kConnect;
+      if (plan.isOrderly && kinds.shutdowns) call.thread = 0;
       call.value = random.Of(kTimeouts);
+      // Without a limit it waits for an instance of its own, and the one there is may be another
+      // thread's: the documents name it.
+      const bool isEndless = call.value == 0 || call.value == 0xFFFFFFFF;
+      if (isEndless && plan.hasOneInstance) call.value = 30000;
     } else if (what < 80) {
       if (!plan.isTraced) continue;
       call.verb = Verb::kLogLevel;

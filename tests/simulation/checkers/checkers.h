@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "simulation/checker.h"
 #include "simulation/plan.h"
@@ -27,6 +28,8 @@ std::unique_ptr<Checker> CheckRest();
 // 7: nothing is left after the end.
 std::unique_ptr<Checker> CheckEnd();
 // 9: the table of locks.
+// Does the page have the table that the checker goes by?
+bool HasLockTable(const std::string& page);
 std::unique_ptr<Checker> CheckLocks();
 // 10: no storm of connections.
 std::unique_ptr<Checker> CheckStorm();

@@ -10,6 +10,8 @@
 namespace simulation {
 namespace {
 
+constexpr int64_t kLongestSleepMs = 1000;
+
 class Waits : public Checker {
  public:
   Waits() : Checker(1) {}
@@ -28,6 +30,14 @@ class Waits : public Checker {
         break;
       case Event::kRefused:
         wasRefused = wasRefused || h.b == kCreateThread || h.b == kCreateEvent;
+        wasRefusedADuplicate = wasRefusedADuplicate || h.b == kDuplicate;
+        break;
+      case Event::kWait:
+        // A longer pause waits for the shutdown's event, too, unless the system refuses one.
+        if (h.thread->isLibrarys && static_cast<Wait>(h.b) == Wait::kSleep &&
+            h.a > kLongestSleepMs && !wasRefusedADuplicate) {
+          Break("the library sleeps for " + std::to_string(h.a) + " ms, and no shutdown ends it");
+        }
         break;
       case Event::kOverdue: {
         const size_t number = static_cast<size_t>(h.a);
@@ -48,6 +58,7 @@ class Waits : public Checker {
   std::map<size_t, int64_t> signalled;
   std::set<int64_t> watched;
   bool wasRefused = false;
+  bool wasRefusedADuplicate = false;
 };
 
 }  // namespace
