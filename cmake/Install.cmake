@@ -7,7 +7,7 @@ set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/${PROJECT_NAME})
 set(generated_dir ${PROJECT_BINARY_DIR}/package-files)
 set(installed_targets KorvuTabletSettingsAPI)
 if(KORVU_BUILD_TOOLS)
-  list(APPEND installed_targets korvu-settings korvu-settings-service)
+  list(APPEND installed_targets korvu-settings korvu-settings-panel korvu-settings-service)
 endif()
 
 install(
@@ -84,6 +84,11 @@ install(
   COMPONENT package
   PATTERN "Doxyfile*" EXCLUDE
   REGEX "examples/CMakeLists.txt$" EXCLUDE)
+# The panel's sources are the large example.
+install(
+  DIRECTORY ${PROJECT_SOURCE_DIR}/tools/settings-panel ${PROJECT_SOURCE_DIR}/tools/shared
+  DESTINATION ${CMAKE_INSTALL_DOCDIR}/tools
+  COMPONENT package)
 install(
   FILES ${PROJECT_SOURCE_DIR}/tools/settings-service/README.md
   DESTINATION ${CMAKE_INSTALL_DOCDIR}/tools/settings-service

@@ -7,7 +7,7 @@ cd "$(dirname "$0")/.."
 scripts/setup.sh
 cmake --preset mingw-release
 cmake --build --preset mingw-release --target \
-  KorvuTabletSettingsAPI korvu-settings korvu-settings-service korvu-msvc-import-library
+  KorvuTabletSettingsAPI korvu-settings korvu-settings-panel korvu-settings-service korvu-msvc-import-library
 
 out=$PWD/build/package
 rm -rf "$out"

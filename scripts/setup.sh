@@ -10,9 +10,11 @@ packages=(
   clang-tidy
   cmake
   doxygen
+  fonts-wine
   g++
   g++-mingw-w64-x86-64-posix
   googletest
+  imagemagick
   libasio-dev
   libclang-rt-14-dev
   libcli11-dev
@@ -27,6 +29,7 @@ packages=(
   python3
   valgrind
   wine64
+  xvfb
 )
 
 missing=()

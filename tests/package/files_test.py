@@ -10,6 +10,7 @@ NAME = 'KorvuTabletSettingsAPI'
 PROMISED = [
     f'bin/{NAME}.dll',
     'bin/korvu-settings.exe',
+    'bin/korvu-settings-panel.exe',
     'bin/korvu-settings-service.exe',
     f'include/{NAME}.h',
     'include/korvu/settings.hpp',
@@ -25,7 +26,11 @@ PROMISED = [
     DOC + 'docs/protocol.md',
     DOC + 'docs/debugging.md',
     DOC + 'docs/architecture.md',
+    DOC + 'docs/settings-panel.md',
+    DOC + 'docs/images/panel-radial.png',
+    DOC + 'tools/settings-panel/main_window.cpp',
     DOC + 'tools/settings-service/README.md',
+    DOC + 'tools/shared/settings_table.cpp',
     DOC + 'examples/README.md',
     DOC + 'examples/c-minimal/main.c',
     DOC + 'examples/cpp-raii/main.cpp',
@@ -33,7 +38,8 @@ PROMISED = [
 ]
 # Symbols, which not every build type has in files of their own, and the rest of two folders.
 ALLOWED_SUFFIXES = ('.debug', '.pdb')
-ALLOWED_FOLDERS = (DOC + 'docs/', DOC + 'examples/', DOC + 'third-party/')
+ALLOWED_FOLDERS = (DOC + 'docs/', DOC + 'examples/', DOC + 'third-party/',
+                   DOC + 'tools/settings-panel/', DOC + 'tools/shared/')
 TEXT_SUFFIXES = ('.cmake', '.pc', '.h', '.hpp', '.md', '.txt')
 
 

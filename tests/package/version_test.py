@@ -48,7 +48,8 @@ def main():
     programs = arguments.package / 'bin'
 
     stated = []
-    for program in (f'{NAME}.dll', 'korvu-settings.exe', 'korvu-settings-service.exe'):
+    for program in (f'{NAME}.dll', 'korvu-settings.exe', 'korvu-settings-panel.exe',
+                    'korvu-settings-service.exe'):
         stated += [(f'resource of {program}', v) for v in resource_versions(programs / program)]
     for program in ('korvu-settings.exe', 'korvu-settings-service.exe'):
         printed = output_of([*arguments.run, programs / program, '--version'])

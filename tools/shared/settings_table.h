@@ -17,7 +17,8 @@ inline constexpr int32_t kNoMaximum = std::numeric_limits<int32_t>::max();
 enum class ValueKind { kNumber, kSwitch };
 
 struct PlainSetting {
-  std::string_view name;
+  std::string_view name;   // on the command line
+  std::string_view label;  // in a window
   std::string_view help;
   ValueKind kind;
   int32_t minimum;
@@ -28,6 +29,8 @@ struct PlainSetting {
   bool hasDefault = true;
   // Where the service has numbers of its own: its number for each value from 0 on.
   std::span<const int32_t> serviceCodes = {};
+  // How far a slider reaches. The service may store higher values.
+  int32_t usualMaximum = maximum;
 };
 
 // What `set` knows, and what `opaque` knows.

@@ -1,0 +1,90 @@
+#include "model/presence.h"
+
+#include <gmock/gmock.h>
+
+using namespace panel;
+using namespace std::chrono_literals;
+using enum Presence::State;
+using enum Presence::Question;
+
+namespace {
+
+const Clock::time_point kStart{};
+
+// The service was found, and has answered for all its values.
+Presence There() {
+  Presence presence;
+  presence.OnConnected(kStart);
+  presence.OnAnswer(true, kStart);
+  return presence;
+}
+
+TEST(PanelPresence, AtFirstItIsSearchedForAndNothingIsAsked) {
+  Presence presence;
+  EXPECT_EQ(presence.Get(), kSearching);
+  EXPECT_EQ(presence.OnTime(kStart + 1h), kNone);
+  EXPECT_EQ(presence.Get(), kSearching);
+}
+
+TEST(PanelPresence, ItIsThereWhenItsValuesAreRead) {
+  Presence presence;
+  EXPECT_EQ(presence.OnConnected(kStart), kAreValuesRead);
+  EXPECT_EQ(presence.Get(), kReading);
+  EXPECT_EQ(presence.OnAnswer(true, kStart), kNone);
+  EXPECT_EQ(presence.Get(), kThere);
+}
+
+TEST(PanelPresence, ItIsAskedASecondAfterItsLastAnswer) {
+  Presence presence = There();
+  EXPECT_EQ(presence.OnTime(kStart + 999ms), kNone);
+  EXPECT_EQ(presence.OnTime(kStart + 1s), kIsAlive);
+  EXPECT_EQ(presence.OnTime(kStart + 1s), kNone);
+}
+
+TEST(PanelPresence, FourSecondsOfSilenceAreItsAbsence) {
+  Presence presence = There();
+  presence.OnTime(kStart + 1s);
+  presence.OnTime(kStart + 4999ms);
+  EXPECT_EQ(presence.Get(), kThere);
+  EXPECT_EQ(presence.OnTime(kStart + 5s), kNone);
+  EXPECT_EQ(presence.Get(), kAway);
+}
+
+TEST(PanelPresence, TheQuestionThatWasUnansweredTellsOfTheReturn) {
+  Presence presence = There();
+  presence.OnTime(kStart + 1s);
+  presence.OnTime(kStart + 5s);
+  EXPECT_EQ(presence.OnAnswer(false, kStart + 60s), kAreValuesRead);
+  EXPECT_EQ(presence.Get(), kReturning);
+  EXPECT_EQ(presence.OnAnswer(true, kStart + 61s), kNone);
+  EXPECT_EQ(presence.Get(), kThere);
+}
+
+TEST(PanelPresence, AnEmptyAnswerIsALossUntilTheNextOne) {
+  Presence presence = There();
+  presence.OnTime(kStart + 1s);
+  EXPECT_EQ(presence.OnAnswer(false, kStart + 2s), kAreValuesRead);
+  EXPECT_EQ(presence.Get(), kAway);
+  presence.OnAnswer(true, kStart + 3s);
+  EXPECT_EQ(presence.Get(), kThere);
+}
+
+TEST(PanelPresence, ALateAnswerIsAnAnswer) {
+  Presence presence = There();
+  presence.OnTime(kStart + 1s);
+  presence.OnTime(kStart + 5s);
+  presence.OnAnswer(true, kStart + 6s);
+  EXPECT_EQ(presence.Get(), kThere);
+  EXPECT_EQ(presence.OnTime(kStart + 7s), kIsAlive);
+}
+
+TEST(PanelPresence, AReturnThatEndsInSilenceIsALoss) {
+  Presence presence = There();
+  presence.OnTime(kStart + 1s);
+  presence.OnTime(kStart + 5s);
+  presence.OnAnswer(false, kStart + 60s);
+  presence.OnTime(kStart + 90s);
+  EXPECT_EQ(presence.Get(), kAway);
+}
+
+}  // namespace

@@ -1,0 +1,11 @@
+// The library's callbacks as letters.
+#pragma once
+
+#include "korvu/settings.hpp"
+#include "model/mailbox.h"
+
+namespace panel {
+
+korvu::Callbacks CallbacksInto(Mailbox& mailbox);
+
+}  // namespace panel

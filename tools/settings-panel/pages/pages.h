@@ -1,0 +1,18 @@
+// The pages, each in a file of its own.
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+
+#include "ui/page.h"
+
+namespace panel {
+
+std::unique_ptr<Page> MakePenPage(HWND parent, Session& session);
+std::unique_ptr<Page> MakeButtonsPage(HWND parent, Session& session);
+std::unique_ptr<Page> MakeRadialPage(HWND parent, Session& session);
+std::unique_ptr<Page> MakeDisplayPage(HWND parent, Session& session);
+std::unique_ptr<Page> MakeDevicesPage(HWND parent, Session& session);
+
+}  // namespace panel

@@ -1,0 +1,24 @@
+// Small helpers over the window functions.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "geometry/shapes.h"
+
+namespace panel {
+
+// A child of `parent`. Its number counts on from 100 within the parent, in the order of creation,
+// which is also the order of the tab key.
+HWND MakeControl(HWND parent, const wchar_t* windowClass, const std::wstring& text, DWORD style,
+                 DWORD extendedStyle = 0);
+
+std::wstring TextOf(HWND window);
+// Draws nothing anew where nothing is new.
+void SetText(HWND window, const std::wstring& text);
+void SetEnabled(HWND window, bool isEnabled);
+void SetShown(HWND window, bool isShown);
+void Place(HWND window, const Box& box);
+
+}  // namespace panel

@@ -1,0 +1,21 @@
+// The pressure curve, drawn.
+#pragma once
+
+#include "ui/view.h"
+
+namespace panel {
+
+class CurveView : public View {
+ public:
+  CurveView(HWND parent, int lastNumber);
+  void SetNumber(int newNumber);
+
+ protected:
+  void Draw(HDC context, const Box& area) override;
+
+ private:
+  const int lastNumber;
+  int number = 0;
+};
+
+}  // namespace panel
