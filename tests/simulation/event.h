@@ -20,7 +20,7 @@ enum class Event {
   kWait,          // may wait so many milliseconds, -1 without limit; for which Wait
   kOpened,        // a pipe of the library: its handle, which Pipe, its connection
   kReads,         // the library reads from the pipe of this handle
-  kClosed,        // a handle of the library
+  kClosed,        // a handle of the library; 1 if an operation on it runs
   kSignals,       // the library sets the event of this handle
   kWaitsFor,      // a thread of the library waits for this handle before any other
   kRefused,       // a call of the platform has failed on purpose; the text names it

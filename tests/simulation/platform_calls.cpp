@@ -3,6 +3,7 @@
 #include <windows.h>
 #include <shlwapi.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <ctime>
 #include <string_view>
@@ -37,7 +38,8 @@ BOOL CallCancelIoEx(HANDLE file, LPOVERLAPPED overlapped) {
 
 BOOL CallCloseHandle(HANDLE handle) {
   g_world->Decide("CloseHandle");
-  g_world->Tell(Event::kClosed, Number(handle));
+  const bool isBusy = current && current->TakeOperations(handle);
+  g_world->Tell(Event::kClosed, Number(handle), isBusy ? 1 : 0);
   return CloseHandle(handle);
 }
 
@@ -101,6 +103,8 @@ BOOL CallReadFile(HANDLE file, LPVOID buffer, DWORD size, LPDWORD byteCount,
   g_world->Tell(Event::kReads, Number(file));
   if (Refuses(kReadFile)) return FALSE;
   const BOOL result = ReadFile(file, buffer, size, byteCount, overlapped);
+  const bool isUnderWay = !result && GetLastError() == ERROR_IO_PENDING;
+  if (current) current->NoteOperation(file, overlapped, isUnderWay);
   g_world->Decide("ReadFile");
   return result;
 }
@@ -109,6 +113,8 @@ BOOL CallWriteFile(HANDLE file, LPCVOID buffer, DWORD size, LPDWORD byteCount,
                    LPOVERLAPPED overlapped) {
   if (Refuses(kWriteFile)) return FALSE;
   const BOOL result = WriteFile(file, buffer, size, byteCount, overlapped);
+  const bool isUnderWay = !result && GetLastError() == ERROR_IO_PENDING;
+  if (current) current->NoteOperation(file, overlapped, isUnderWay);
   g_world->Decide("WriteFile");
   return result;
 }
@@ -183,6 +189,14 @@ PlatformCalls::PlatformCalls(const Plan& plan) : plan(plan) {
 
 PlatformCalls::~PlatformCalls() {
   current = nullptr;
+}
+
+bool PlatformCalls::TakeOperations(HANDLE pipe) {
+  const auto found = operations.extract(pipe);
+  if (!found) return false;
+  return std::ranges::any_of(found.mapped(), [](const OVERLAPPED* overlapped) {
+    return !HasOverlappedIoCompleted(overlapped);
+  });
 }
 
 bool PlatformCalls::IsRefused(Refusal function) {

@@ -2,9 +2,12 @@
 // says, and is told to the checkers.
 #pragma once
 
+#include <windows.h>
+
 #include <array>
 #include <cstdint>
 #include <map>
+#include <set>
 #include <string>
 
 #include "plan.h"
@@ -27,12 +30,20 @@ class PlatformCalls {
 
   // For the calls themselves.
   bool IsRefused(Refusal function);
+  // One that could not be started leaves its OVERLAPPED looking as if it ran.
+  void NoteOperation(HANDLE pipe, const OVERLAPPED* overlapped, bool isUnderWay) {
+    operations[pipe].erase(overlapped);
+    if (isUnderWay) operations[pipe].insert(overlapped);
+  }
+  // Does an operation on the pipe run? The pipe is forgotten then.
+  bool TakeOperations(HANDLE pipe);
 
  private:
   const Plan& plan;
   bool isBehaving = false;
   std::array<uint64_t, kRefusalCount> uses{};
   std::map<size_t, int> eventsOfThread;
+  std::map<HANDLE, std::set<const OVERLAPPED*>> operations;
   uint64_t refusedCount = 0;
   bool wasRefusedAThread = false;
 };

@@ -63,7 +63,7 @@ std::string What(const Happening& h) {
       out << "reads from handle " << h.a;
       break;
     case Event::kClosed:
-      out << "closes handle " << h.a;
+      out << "closes handle " << h.a << (h.b != 0 ? ", on which an operation runs" : "");
       break;
     case Event::kSignals:
       out << "sets event " << h.a;

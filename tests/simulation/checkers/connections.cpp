@@ -66,6 +66,7 @@ class Connections : public Checker {
     if (found == pipes.end()) return;
     const Open closed = found->second;
     pipes.erase(found);
+    if (h.b != 0) Break("a pipe is closed while an operation on it runs");
     if (closed.reader == kNobody) return;
     if (closed.reader != h.thread->number) {
       Break("a pipe is closed by a thread that is not the connection's");
