@@ -176,8 +176,8 @@ SettingsClient::Handles SettingsClient::HandlesOf(ConnectionNumber number) {
 }
 
 void SettingsClient::ReleasePipes(ConnectionNumber number) {
-  PipeHandle sendOnly;
   PipeHandle duplex;
+  PipeHandle sendOnly;  // the last one made is the first to be closed
   const MutexLock lock(g_apiMutex);
   if (connection != number) return;
   sendOnly = std::move(sendOnlyPipe);
