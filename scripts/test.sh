@@ -21,3 +21,8 @@ for preset in "${presets[@]}"; do
   fi
   ctest --preset "$preset"
 done
+
+# And, with all of them, as many lives in a simulated world as take 20 s.
+if [ $# -eq 0 ] || [ "$1" = --all ]; then
+  scripts/simulate.sh 1000000 --seconds 20
+fi

@@ -45,13 +45,20 @@ def build(tree):
     return subprocess.run(command, cwd=tree, capture_output=True, text=True)
 
 
+def copy_if_changed(source, target):
+    """With a new time: what was compiled of the other text must be compiled again."""
+    source, target = pathlib.Path(source), pathlib.Path(target)
+    if not target.exists() or target.read_bytes() != source.read_bytes():
+        shutil.copy(source, target)
+
+
 def configure(tree):
     for part in ["CMakeLists.txt", "CMakePresets.json", "cmake", "include", "src", "tests", "tools"]:
         source = ROOT / part
         if source.is_dir():
-            shutil.copytree(source, tree / part, dirs_exist_ok=True)
+            shutil.copytree(source, tree / part, copy_function=copy_if_changed, dirs_exist_ok=True)
         else:
-            shutil.copy2(source, tree / part)
+            copy_if_changed(source, tree / part)
     command = ["cmake", "--preset", "linux-simulation"]
     subprocess.run(command, cwd=tree, check=True, capture_output=True)
 
