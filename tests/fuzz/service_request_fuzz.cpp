@@ -2,8 +2,8 @@
 // and announces must be what the library understands.
 
 #include "fuzz_input.h"
-#include "request_handler.h"
-#include "settings_state.h"
+#include "settings-service/request_handler.h"
+#include "settings-service/settings_state.h"
 #include "transport/messages.h"
 
 using namespace SettingsService;

@@ -1,14 +1,14 @@
-#include "arguments.h"
-
-#include <fmt/core.h>
+#include "settings-cli/arguments.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <system_error>
 
-#include "exit_code.h"
-#include "text.h"
+#include <fmt/core.h>
+
+#include "settings-cli/exit_code.h"
+#include "settings-cli/text.h"
 
 namespace tool {
 namespace {

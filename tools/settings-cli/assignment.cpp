@@ -1,6 +1,4 @@
-#include "assignment.h"
-
-#include <fmt/core.h>
+#include "settings-cli/assignment.h"
 
 #include <algorithm>
 #include <cstring>
@@ -8,11 +6,13 @@
 #include <utility>
 #include <vector>
 
-#include "arguments.h"
-#include "confirmation.h"
-#include "console.h"
-#include "keys.h"
-#include "text.h"
+#include <fmt/core.h>
+
+#include "settings-cli/arguments.h"
+#include "settings-cli/confirmation.h"
+#include "settings-cli/console.h"
+#include "settings-cli/text.h"
+#include "shared/keys.h"
 
 namespace tool {
 namespace {

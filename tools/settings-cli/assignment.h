@@ -7,7 +7,7 @@
 #include <string>
 
 #include "KorvuTabletSettingsAPI.h"
-#include "command.h"
+#include "settings-cli/command.h"
 
 namespace tool {
 

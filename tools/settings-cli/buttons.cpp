@@ -1,9 +1,9 @@
-#include "buttons.h"
-
-#include <fmt/core.h>
+#include "settings-cli/buttons.h"
 
 #include <algorithm>
 #include <array>
+
+#include <fmt/core.h>
 
 namespace tool {
 namespace {

@@ -7,8 +7,8 @@
 #include <string_view>
 
 #include "KorvuTabletSettingsAPI.h"
-#include "events.h"
-#include "keys.h"
+#include "settings-cli/events.h"
+#include "shared/keys.h"
 
 namespace tool {
 

@@ -1,12 +1,12 @@
-#include "callbacks.h"
+#include "settings-cli/callbacks.h"
 
 #include <algorithm>
 #include <cwchar>
 #include <span>
 #include <string>
 
-#include "events.h"
-#include "inbox.h"
+#include "settings-cli/events.h"
+#include "settings-cli/inbox.h"
 
 namespace tool {
 namespace {

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <functional>
 
-#include "exit_code.h"
+#include "settings-cli/exit_code.h"
 
 namespace tool {
 

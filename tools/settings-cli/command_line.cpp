@@ -1,17 +1,17 @@
-#include "command_line.h"
-
-#include <CLI/CLI.hpp>
-#include <fmt/core.h>
+#include "settings-cli/command_line.h"
 
 #include <algorithm>
 #include <memory>
 #include <utility>
 
+#include <CLI/CLI.hpp>
+#include <fmt/core.h>
+
 #include "KorvuTabletSettingsAPI.h"
-#include "arguments.h"
-#include "buttons.h"
-#include "commands/commands.h"
-#include "console.h"
+#include "settings-cli/arguments.h"
+#include "settings-cli/buttons.h"
+#include "settings-cli/commands/commands.h"
+#include "settings-cli/console.h"
 
 namespace tool {
 namespace {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "command.h"
+#include "settings-cli/command.h"
 
 namespace tool {
 

@@ -1,10 +1,10 @@
-#include "confirmation.h"
-
-#include <fmt/core.h>
+#include "settings-cli/confirmation.h"
 
 #include <utility>
 
-#include "keys.h"
+#include <fmt/core.h>
+
+#include "shared/keys.h"
 
 namespace tool {
 

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "exit_code.h"
-#include "session.h"
+#include "settings-cli/exit_code.h"
+#include "settings-cli/session.h"
 
 namespace tool {
 

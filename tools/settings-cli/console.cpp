@@ -1,19 +1,18 @@
-#include "console.h"
-
-#include <windows.h>
-
-#include <shellapi.h>
-
-#include <fmt/core.h>
+#include "settings-cli/console.h"
 
 #include <algorithm>
 #include <memory>
 #include <span>
 #include <thread>
 
-#include "exit_code.h"
-#include "inbox.h"
-#include "text.h"
+#include <windows.h>
+#include <shellapi.h>
+
+#include <fmt/core.h>
+
+#include "settings-cli/exit_code.h"
+#include "settings-cli/inbox.h"
+#include "settings-cli/text.h"
 
 namespace tool {
 namespace {

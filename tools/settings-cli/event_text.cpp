@@ -1,8 +1,8 @@
-#include "event_text.h"
+#include "settings-cli/event_text.h"
 
 #include <fmt/core.h>
 
-#include "text.h"
+#include "settings-cli/text.h"
 
 namespace tool {
 namespace {

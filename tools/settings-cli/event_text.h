@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "events.h"
+#include "settings-cli/events.h"
 
 namespace tool {
 

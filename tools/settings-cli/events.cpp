@@ -1,4 +1,4 @@
-#include "events.h"
+#include "settings-cli/events.h"
 
 namespace tool {
 namespace {

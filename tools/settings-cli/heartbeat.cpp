@@ -1,6 +1,6 @@
-#include "heartbeat.h"
+#include "settings-cli/heartbeat.h"
 
-#include "keys.h"
+#include "shared/keys.h"
 
 namespace tool {
 namespace {

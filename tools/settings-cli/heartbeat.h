@@ -9,7 +9,7 @@
 #include <optional>
 #include <string>
 
-#include "inbox.h"
+#include "settings-cli/inbox.h"
 
 namespace tool {
 

@@ -13,7 +13,7 @@
 #include <variant>
 
 #include "KorvuTabletSettingsAPI.h"
-#include "events.h"
+#include "settings-cli/events.h"
 
 namespace tool {
 

@@ -1,11 +1,11 @@
-#include "json_text.h"
-
-#include <nlohmann/json.hpp>
+#include "settings-cli/json_text.h"
 
 #include <variant>
 
-#include "event_text.h"
-#include "text.h"
+#include <nlohmann/json.hpp>
+
+#include "settings-cli/event_text.h"
+#include "settings-cli/text.h"
 
 namespace tool {
 namespace {

@@ -1,14 +1,14 @@
 // What the tool prints as JSON, in UTF-8. Pure functions.
 #pragma once
 
-#include <nlohmann/json_fwd.hpp>
-
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 
-#include "events.h"
+#include <nlohmann/json_fwd.hpp>
+
+#include "settings-cli/events.h"
 
 namespace tool {
 

@@ -1,15 +1,16 @@
-#include "key_search.h"
-
-#include <fmt/core.h>
+#include "settings-cli/key_search.h"
 
 #include <algorithm>
 #include <numeric>
 #include <span>
 #include <utility>
 
-#include "exit_code.h"
-#include "keys.h"
-#include "text.h"
+#include <fmt/core.h>
+
+#include "settings-cli/exit_code.h"
+#include "settings-cli/text.h"
+#include "shared/key_ending.h"
+#include "shared/keys.h"
 
 namespace tool {
 namespace {
@@ -21,11 +22,6 @@ std::string Normalised(std::string_view text) {
   std::string key = LowerAscii(text);
   for (size_t at; (at = key.find("\\\\")) != std::string::npos;) key.erase(at, 1);
   return key;
-}
-
-bool EndsWithComponents(std::string_view key, std::string_view end) {
-  if (!key.ends_with(end)) return false;
-  return key.size() == end.size() || key[key.size() - end.size() - 1] == '\\';
 }
 
 // How many letters have to be inserted, removed or replaced to get from one to the other.
@@ -60,7 +56,7 @@ size_t FindKey(std::string_view text) {
   for (size_t key = 0; key < kKeyCount && !wanted.empty(); ++key) {
     const std::string known = LowerAscii(kKeys[key]);
     if (known == wanted) return key;
-    if (EndsWithComponents(known, wanted)) candidates.push_back(key);
+    if (EndsInParts<char>(known, wanted)) candidates.push_back(key);
   }
   if (candidates.size() == 1) return candidates.front();
   if (!candidates.empty()) {

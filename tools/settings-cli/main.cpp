@@ -1,14 +1,14 @@
 // korvu-settings: shows and changes the settings of the settings service of this session.
 
-#include <fmt/core.h>
-
 #include <exception>
 
-#include "command_line.h"
-#include "console.h"
-#include "session.h"
-#include "text.h"
-#include "trace_file.h"
+#include <fmt/core.h>
+
+#include "settings-cli/command_line.h"
+#include "settings-cli/console.h"
+#include "settings-cli/session.h"
+#include "settings-cli/text.h"
+#include "settings-cli/trace_file.h"
 
 namespace {
 

@@ -1,12 +1,12 @@
-#include "plain_change.h"
-
-#include <fmt/core.h>
+#include "settings-cli/plain_change.h"
 
 #include <array>
 
-#include "confirmation.h"
-#include "console.h"
-#include "setting_values.h"
+#include <fmt/core.h>
+
+#include "settings-cli/confirmation.h"
+#include "settings-cli/console.h"
+#include "settings-cli/setting_values.h"
 
 namespace tool {
 namespace {

@@ -4,8 +4,8 @@
 #include <optional>
 #include <string>
 
-#include "command.h"
-#include "settings_table.h"
+#include "settings-cli/command.h"
+#include "shared/settings_table.h"
 
 namespace tool {
 

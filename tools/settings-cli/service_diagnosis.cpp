@@ -1,4 +1,4 @@
-#include "service_diagnosis.h"
+#include "settings-cli/service_diagnosis.h"
 
 #include <windows.h>
 

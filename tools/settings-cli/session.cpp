@@ -1,16 +1,16 @@
-#include "session.h"
-
-#include <fmt/core.h>
+#include "settings-cli/session.h"
 
 #include <algorithm>
 #include <thread>
 #include <utility>
 
+#include <fmt/core.h>
+
 #include "KorvuTabletSettingsAPI.h"
-#include "callbacks.h"
-#include "exit_code.h"
-#include "keys.h"
-#include "service_diagnosis.h"
+#include "settings-cli/callbacks.h"
+#include "settings-cli/exit_code.h"
+#include "settings-cli/service_diagnosis.h"
+#include "shared/keys.h"
 
 namespace tool {
 namespace {

@@ -10,8 +10,8 @@
 #include <string_view>
 #include <vector>
 
-#include "inbox.h"
-#include "snapshot.h"
+#include "settings-cli/inbox.h"
+#include "settings-cli/snapshot.h"
 
 namespace tool {
 

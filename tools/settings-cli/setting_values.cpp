@@ -1,14 +1,14 @@
-#include "setting_values.h"
-
-#include <fmt/core.h>
+#include "settings-cli/setting_values.h"
 
 #include <algorithm>
 #include <charconv>
 #include <optional>
 #include <system_error>
 
-#include "arguments.h"
-#include "text.h"
+#include <fmt/core.h>
+
+#include "settings-cli/arguments.h"
+#include "settings-cli/text.h"
 
 namespace tool {
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "settings_table.h"
+#include "shared/settings_table.h"
 
 namespace tool {
 

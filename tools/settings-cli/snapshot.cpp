@@ -1,4 +1,4 @@
-#include "snapshot.h"
+#include "settings-cli/snapshot.h"
 
 namespace tool {
 

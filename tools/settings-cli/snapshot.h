@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "events.h"
+#include "settings-cli/events.h"
 
 namespace tool {
 

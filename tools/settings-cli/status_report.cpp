@@ -1,7 +1,4 @@
-#include "status_report.h"
-
-#include <fmt/core.h>
-#include <nlohmann/json.hpp>
+#include "settings-cli/status_report.h"
 
 #include <algorithm>
 #include <array>
@@ -9,10 +6,13 @@
 #include <stdexcept>
 #include <utility>
 
-#include "buttons.h"
-#include "json_text.h"
-#include "settings_table.h"
-#include "text.h"
+#include <fmt/core.h>
+#include <nlohmann/json.hpp>
+
+#include "settings-cli/buttons.h"
+#include "settings-cli/json_text.h"
+#include "settings-cli/text.h"
+#include "shared/settings_table.h"
 
 namespace tool {
 namespace {

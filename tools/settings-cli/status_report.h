@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "snapshot.h"
+#include "settings-cli/snapshot.h"
 
 namespace tool {
 

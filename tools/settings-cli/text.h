@@ -14,7 +14,7 @@ std::string ToUtf8(std::wstring_view text);
 // such text, and it has to reach the service as it was typed.
 std::string ArgumentToUtf8(std::wstring_view text);
 
-// What is no UTF-8 becomes U+FFFD.
+// Undoes both. Invalid UTF-8 becomes U+FFFD.
 std::wstring FromUtf8(std::string_view text);
 
 // On one line, whatever it holds: control characters are written as \n, \t or \u001B.

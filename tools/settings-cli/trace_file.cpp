@@ -1,4 +1,4 @@
-#include "trace_file.h"
+#include "settings-cli/trace_file.h"
 
 #include <windows.h>
 

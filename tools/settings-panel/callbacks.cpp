@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "keys.h"
+#include "shared/keys.h"
 
 namespace panel {
 namespace {

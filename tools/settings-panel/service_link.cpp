@@ -11,7 +11,7 @@
 
 #include "KorvuTabletSettingsAPI.h"
 #include "callbacks.h"
-#include "keys.h"
+#include "shared/keys.h"
 #include "korvu/settings.hpp"
 
 namespace panel {

@@ -4,7 +4,7 @@
 #include <cwchar>
 #include <utility>
 
-#include "keys.h"
+#include "shared/keys.h"
 
 namespace panel {
 namespace {

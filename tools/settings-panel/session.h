@@ -12,7 +12,7 @@
 #include "model/model.h"
 #include "model/presence.h"
 #include "service_link.h"
-#include "settings_table.h"
+#include "shared/settings_table.h"
 
 namespace panel {
 

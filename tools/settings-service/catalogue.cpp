@@ -1,4 +1,4 @@
-#include "catalogue.h"
+#include "settings-service/catalogue.h"
 
 #include <cstddef>
 #include <utility>
@@ -6,9 +6,9 @@
 #include <fmt/core.h>
 #include <nlohmann/json.hpp>
 
-#include "catalogue_json.h"
-#include "key_forms.h"
-#include "text.h"
+#include "settings-service/catalogue_json.h"
+#include "settings-service/key_forms.h"
+#include "settings-service/text.h"
 
 namespace SettingsService {
 namespace {

@@ -1,12 +1,12 @@
-#include "command_runner.h"
+#include "settings-service/command_runner.h"
 
 #include <cstdint>
 #include <variant>
 
 #include <fmt/core.h>
 
-#include "device_scenes.h"
-#include "text.h"
+#include "settings-service/device_scenes.h"
+#include "settings-service/text.h"
 
 namespace SettingsService {
 

@@ -4,9 +4,9 @@
 #include <string>
 #include <string_view>
 
-#include "commands.h"
-#include "faults.h"
-#include "settings_state.h"
+#include "settings-service/commands.h"
+#include "settings-service/faults.h"
+#include "settings-service/settings_state.h"
 
 namespace SettingsService {
 

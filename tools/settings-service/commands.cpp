@@ -1,4 +1,4 @@
-#include "commands.h"
+#include "settings-service/commands.h"
 
 #include <algorithm>
 #include <charconv>
@@ -6,8 +6,8 @@
 
 #include <fmt/core.h>
 
-#include "key_lookup.h"
-#include "text.h"
+#include "settings-service/key_lookup.h"
+#include "settings-service/text.h"
 
 namespace SettingsService {
 namespace {

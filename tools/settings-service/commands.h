@@ -8,8 +8,8 @@
 #include <string_view>
 #include <variant>
 
-#include "catalogue.h"
-#include "faults.h"
+#include "settings-service/catalogue.h"
+#include "settings-service/faults.h"
 
 namespace SettingsService {
 

@@ -1,8 +1,8 @@
-#include "completion_port.h"
+#include "settings-service/completion_port.h"
 
 #include <algorithm>
 
-#include "system_error.h"
+#include "settings-service/system_error.h"
 
 namespace SettingsService {
 namespace {

@@ -2,10 +2,10 @@
 // it.
 #pragma once
 
-#include <windows.h>
-
 #include <chrono>
 #include <optional>
+
+#include <windows.h>
 
 #include "platform/unique_handle.h"
 

@@ -1,11 +1,11 @@
-#include "connection.h"
+#include "settings-service/connection.h"
 
 #include <cstring>
 #include <utility>
 
 #include <fmt/core.h>
 
-#include "system_error.h"
+#include "settings-service/system_error.h"
 
 namespace SettingsService {
 namespace {

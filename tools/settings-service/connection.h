@@ -5,8 +5,6 @@
 // owner keeps it until IsGone.
 #pragma once
 
-#include <windows.h>
-
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -14,10 +12,12 @@
 #include <string_view>
 #include <vector>
 
-#include "client_numbers.h"
-#include "completion_port.h"
-#include "outbox.h"
+#include <windows.h>
+
 #include "platform/unique_handle.h"
+#include "settings-service/client_numbers.h"
+#include "settings-service/completion_port.h"
+#include "settings-service/outbox.h"
 
 namespace SettingsService {
 

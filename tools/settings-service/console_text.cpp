@@ -1,10 +1,10 @@
-#include "console_text.h"
-
-#include <windows.h>
+#include "settings-service/console_text.h"
 
 #include <string>
 
-#include "text.h"
+#include <windows.h>
+
+#include "settings-service/text.h"
 
 namespace SettingsService {
 namespace {

@@ -1,13 +1,13 @@
-#include "current_user.h"
-
-#include <sddl.h>
+#include "settings-service/current_user.h"
 
 #include <cstddef>
 #include <string>
 #include <vector>
 
+#include <sddl.h>
+
 #include "platform/unique_handle.h"
-#include "system_error.h"
+#include "settings-service/system_error.h"
 
 namespace SettingsService {
 namespace {

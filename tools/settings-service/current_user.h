@@ -1,9 +1,9 @@
 // Access for the user who runs the service, and for nobody else.
 #pragma once
 
-#include <windows.h>
-
 #include <memory>
+
+#include <windows.h>
 
 namespace SettingsService {
 

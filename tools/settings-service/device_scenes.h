@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-#include "settings_state.h"
+#include "settings-service/settings_state.h"
 
 namespace SettingsService {
 

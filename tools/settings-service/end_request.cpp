@@ -1,10 +1,10 @@
-#include "end_request.h"
-
-#include <windows.h>
+#include "settings-service/end_request.h"
 
 #include <atomic>
 #include <mutex>
 #include <utility>
+
+#include <windows.h>
 
 namespace SettingsService {
 namespace {

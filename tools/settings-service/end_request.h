@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "completion_port.h"
+#include "settings-service/completion_port.h"
 
 namespace SettingsService {
 

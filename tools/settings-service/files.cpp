@@ -1,14 +1,14 @@
-#include "files.h"
-
-#include <windows.h>
+#include "settings-service/files.h"
 
 #include <array>
+
+#include <windows.h>
 
 #include <fmt/core.h>
 
 #include "platform/unique_handle.h"
-#include "system_error.h"
-#include "text.h"
+#include "settings-service/system_error.h"
+#include "settings-service/text.h"
 
 namespace SettingsService {
 namespace {

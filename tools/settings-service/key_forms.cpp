@@ -1,4 +1,4 @@
-#include "key_forms.h"
+#include "settings-service/key_forms.h"
 
 namespace SettingsService {
 namespace {

@@ -1,17 +1,17 @@
-#include "key_lookup.h"
+#include "settings-service/key_lookup.h"
 
 #include <cstddef>
 #include <vector>
 
 #include <fmt/core.h>
 
-#include "key_forms.h"
-#include "text.h"
+#include "settings-service/key_forms.h"
+#include "settings-service/text.h"
+#include "shared/key_ending.h"
 
 namespace SettingsService {
 namespace {
 
-constexpr std::wstring_view kSeparator = L"\\\\";
 constexpr size_t kMostCandidates = 4;
 
 std::string Candidates(const std::vector<std::wstring_view>& keys) {
@@ -32,10 +32,9 @@ std::variant<std::wstring, UnknownKey> FindKey(const Catalogue& catalogue,
   if (key.empty()) return UnknownKey{"a key is missing"};
   if (catalogue.Find(key)) return key;
 
-  const std::wstring ending = std::wstring(kSeparator) + key;
   std::vector<std::wstring_view> matches;
   for (const auto& [whole, setting] : catalogue.Settings()) {
-    if (whole.ends_with(ending)) matches.push_back(whole);
+    if (tool::EndsInParts<wchar_t>(whole, key)) matches.push_back(whole);
   }
   if (matches.size() == 1) return std::wstring(matches.front());
   if (matches.empty()) return UnknownKey{fmt::format("no key \"{}\"", Printable(typed))};

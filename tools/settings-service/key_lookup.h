@@ -5,7 +5,7 @@
 #include <string_view>
 #include <variant>
 
-#include "catalogue.h"
+#include "settings-service/catalogue.h"
 
 namespace SettingsService {
 

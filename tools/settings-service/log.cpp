@@ -1,12 +1,12 @@
-#include "log.h"
+#include "settings-service/log.h"
 
 #include <windows.h>
 
 #include <fmt/core.h>
 
-#include "console_text.h"
-#include "system_error.h"
-#include "text.h"
+#include "settings-service/console_text.h"
+#include "settings-service/system_error.h"
+#include "settings-service/text.h"
 
 namespace SettingsService {
 

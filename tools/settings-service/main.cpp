@@ -1,9 +1,5 @@
 // The stand-in settings service: reads its command line and its script, and runs.
 
-#include <windows.h>
-
-#include <shellapi.h>
-
 #include <exception>
 #include <memory>
 #include <string>
@@ -11,18 +7,21 @@
 #include <variant>
 #include <vector>
 
+#include <windows.h>
+#include <shellapi.h>
+
 #include <fmt/core.h>
 
-#include "catalogue.h"
-#include "console_text.h"
-#include "exit_codes.h"
-#include "files.h"
-#include "log.h"
-#include "options.h"
-#include "script.h"
-#include "service.h"
-#include "system_error.h"
-#include "text.h"
+#include "settings-service/catalogue.h"
+#include "settings-service/console_text.h"
+#include "settings-service/exit_codes.h"
+#include "settings-service/files.h"
+#include "settings-service/log.h"
+#include "settings-service/options.h"
+#include "settings-service/script.h"
+#include "settings-service/service.h"
+#include "settings-service/system_error.h"
+#include "settings-service/text.h"
 
 namespace SettingsService {
 namespace {

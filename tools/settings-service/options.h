@@ -7,7 +7,7 @@
 #include <variant>
 #include <vector>
 
-#include "exit_codes.h"
+#include "settings-service/exit_codes.h"
 
 namespace SettingsService {
 

@@ -1,4 +1,4 @@
-#include "outbox.h"
+#include "settings-service/outbox.h"
 
 #include <utility>
 

@@ -1,12 +1,12 @@
-#include "pipe_endpoint.h"
+#include "settings-service/pipe_endpoint.h"
 
 #include <algorithm>
 #include <utility>
 
 #include <fmt/core.h>
 
-#include "system_error.h"
-#include "text.h"
+#include "settings-service/system_error.h"
+#include "settings-service/text.h"
 
 namespace SettingsService {
 namespace {

@@ -4,16 +4,16 @@
 // instance exists, so that nobody else can offer a pipe of that name to our clients.
 #pragma once
 
-#include <windows.h>
-
 #include <chrono>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "completion_port.h"
-#include "connection.h"
+#include <windows.h>
+
 #include "platform/unique_handle.h"
+#include "settings-service/completion_port.h"
+#include "settings-service/connection.h"
 
 namespace SettingsService {
 

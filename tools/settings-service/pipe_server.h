@@ -1,22 +1,22 @@
 // Both pipes and their clients: who is connected, what goes to whom.
 #pragma once
 
-#include <windows.h>
-
 #include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 
-#include "client_numbers.h"
-#include "completion_port.h"
-#include "connection.h"
-#include "current_user.h"
-#include "faults.h"
-#include "log.h"
-#include "outbox.h"
-#include "pipe_endpoint.h"
+#include <windows.h>
+
+#include "settings-service/client_numbers.h"
+#include "settings-service/completion_port.h"
+#include "settings-service/connection.h"
+#include "settings-service/current_user.h"
+#include "settings-service/faults.h"
+#include "settings-service/log.h"
+#include "settings-service/outbox.h"
+#include "settings-service/pipe_endpoint.h"
 
 namespace SettingsService {
 

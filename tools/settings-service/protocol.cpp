@@ -1,4 +1,4 @@
-#include "protocol.h"
+#include "settings-service/protocol.h"
 
 #include <cstddef>
 

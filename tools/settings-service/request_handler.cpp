@@ -1,8 +1,8 @@
-#include "request_handler.h"
+#include "settings-service/request_handler.h"
 
 #include <utility>
 
-#include "text.h"
+#include "settings-service/text.h"
 
 namespace SettingsService {
 namespace {

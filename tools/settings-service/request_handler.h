@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "protocol.h"
-#include "settings_state.h"
+#include "settings-service/protocol.h"
+#include "settings-service/settings_state.h"
 
 namespace SettingsService {
 

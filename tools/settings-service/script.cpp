@@ -1,4 +1,4 @@
-#include "script.h"
+#include "settings-service/script.h"
 
 #include <algorithm>
 #include <charconv>
@@ -10,7 +10,7 @@
 
 #include <fmt/core.h>
 
-#include "text.h"
+#include "settings-service/text.h"
 
 namespace SettingsService {
 namespace {

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "commands.h"
+#include "settings-service/commands.h"
 
 namespace SettingsService {
 

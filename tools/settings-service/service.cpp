@@ -1,18 +1,18 @@
-#include "service.h"
-
-#include <windows.h>
+#include "settings-service/service.h"
 
 #include <algorithm>
 #include <utility>
 #include <variant>
 
+#include <windows.h>
+
 #include <fmt/core.h>
 
-#include "console_text.h"
-#include "end_request.h"
-#include "protocol.h"
-#include "request_handler.h"
-#include "text.h"
+#include "settings-service/console_text.h"
+#include "settings-service/end_request.h"
+#include "settings-service/protocol.h"
+#include "settings-service/request_handler.h"
+#include "settings-service/text.h"
 
 namespace SettingsService {
 namespace {

@@ -8,17 +8,17 @@
 #include <string>
 #include <string_view>
 
-#include "command_runner.h"
-#include "completion_port.h"
-#include "exit_codes.h"
-#include "faults.h"
-#include "log.h"
-#include "options.h"
-#include "pipe_server.h"
-#include "script.h"
-#include "settings_state.h"
-#include "standard_input.h"
-#include "store_file.h"
+#include "settings-service/command_runner.h"
+#include "settings-service/completion_port.h"
+#include "settings-service/exit_codes.h"
+#include "settings-service/faults.h"
+#include "settings-service/log.h"
+#include "settings-service/options.h"
+#include "settings-service/pipe_server.h"
+#include "settings-service/script.h"
+#include "settings-service/settings_state.h"
+#include "settings-service/standard_input.h"
+#include "settings-service/store_file.h"
 
 namespace SettingsService {
 

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "catalogue.h"
+#include "settings-service/catalogue.h"
 
 namespace SettingsService {
 

@@ -1,6 +1,4 @@
-#include "standard_input.h"
-
-#include <windows.h>
+#include "settings-service/standard_input.h"
 
 #include <array>
 #include <cstddef>
@@ -8,7 +6,9 @@
 #include <thread>
 #include <utility>
 
-#include "text.h"
+#include <windows.h>
+
+#include "settings-service/text.h"
 
 namespace SettingsService {
 namespace {

@@ -8,7 +8,7 @@
 #include <optional>
 #include <string>
 
-#include "completion_port.h"
+#include "settings-service/completion_port.h"
 
 namespace SettingsService {
 

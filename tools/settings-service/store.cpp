@@ -1,11 +1,11 @@
-#include "store.h"
+#include "settings-service/store.h"
 
 #include <utility>
 
 #include <nlohmann/json.hpp>
 
-#include "key_forms.h"
-#include "text.h"
+#include "settings-service/key_forms.h"
+#include "settings-service/text.h"
 
 namespace SettingsService {
 namespace {

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "settings_state.h"
+#include "settings-service/settings_state.h"
 
 namespace SettingsService {
 

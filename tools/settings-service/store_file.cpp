@@ -1,11 +1,11 @@
-#include "store_file.h"
+#include "settings-service/store_file.h"
 
 #include <utility>
 
 #include <fmt/core.h>
 
-#include "files.h"
-#include "system_error.h"
+#include "settings-service/files.h"
+#include "settings-service/system_error.h"
 
 namespace SettingsService {
 namespace {

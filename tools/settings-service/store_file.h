@@ -6,9 +6,9 @@
 #include <optional>
 #include <string>
 
-#include "log.h"
-#include "settings_state.h"
-#include "store.h"
+#include "settings-service/log.h"
+#include "settings-service/settings_state.h"
+#include "settings-service/store.h"
 
 namespace SettingsService {
 

@@ -1,10 +1,10 @@
-#include "system_error.h"
+#include "settings-service/system_error.h"
 
 #include <array>
 
 #include <fmt/core.h>
 
-#include "text.h"
+#include "settings-service/text.h"
 
 namespace SettingsService {
 

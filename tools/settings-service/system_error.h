@@ -1,11 +1,11 @@
 // Failures of Windows calls, for people.
 #pragma once
 
-#include <windows.h>
-
 #include <stdexcept>
 #include <string>
 #include <string_view>
+
+#include <windows.h>
 
 namespace SettingsService {
 

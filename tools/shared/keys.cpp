@@ -1,4 +1,4 @@
-#include "keys.h"
+#include "shared/keys.h"
 
 namespace tool {
 

@@ -2,6 +2,9 @@
 //
 // People write a key with single backslashes and messages carry them doubled; the table holds the
 // readable form. All keys are ASCII.
+//
+// The library has a table of the same names, and they stay two: the tools know the public header
+// only, as any application does, and what one table has wrong the other's tests show.
 #pragma once
 
 #include <array>

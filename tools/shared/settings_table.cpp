@@ -1,4 +1,4 @@
-#include "settings_table.h"
+#include "shared/settings_table.h"
 
 #include <algorithm>
 #include <array>

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "KorvuTabletSettingsAPI.h"
-#include "keys.h"
+#include "shared/keys.h"
 
 namespace tool {
 

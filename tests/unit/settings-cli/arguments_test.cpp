@@ -1,8 +1,8 @@
-#include "arguments.h"
+#include "settings-cli/arguments.h"
 
 #include <gmock/gmock.h>
 
-#include "exit_code.h"
+#include "settings-cli/exit_code.h"
 
 using namespace tool;
 using namespace std::chrono_literals;

@@ -1,4 +1,4 @@
-#include "callbacks.h"
+#include "settings-cli/callbacks.h"
 
 #include <gmock/gmock.h>
 
@@ -6,9 +6,9 @@
 #include <bit>
 #include <memory>
 
-#include "event_text.h"
-#include "json_text.h"
-#include "inbox.h"
+#include "settings-cli/event_text.h"
+#include "settings-cli/json_text.h"
+#include "settings-cli/inbox.h"
 
 using namespace tool;
 

@@ -1,4 +1,4 @@
-#include "command_line.h"
+#include "settings-cli/command_line.h"
 
 #include <gmock/gmock.h>
 

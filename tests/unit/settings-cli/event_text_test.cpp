@@ -1,4 +1,4 @@
-#include "event_text.h"
+#include "settings-cli/event_text.h"
 
 #include <gmock/gmock.h>
 

@@ -1,8 +1,8 @@
-#include "heartbeat.h"
+#include "settings-cli/heartbeat.h"
 
 #include <gmock/gmock.h>
 
-#include "keys.h"
+#include "shared/keys.h"
 
 using namespace tool;
 using namespace std::chrono_literals;

@@ -1,4 +1,4 @@
-#include "inbox.h"
+#include "settings-cli/inbox.h"
 
 #include <gmock/gmock.h>
 

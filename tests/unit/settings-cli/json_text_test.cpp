@@ -1,4 +1,4 @@
-#include "json_text.h"
+#include "settings-cli/json_text.h"
 
 #include <gmock/gmock.h>
 

@@ -1,9 +1,9 @@
-#include "key_search.h"
+#include "settings-cli/key_search.h"
 
 #include <gmock/gmock.h>
 
-#include "exit_code.h"
-#include "keys.h"
+#include "settings-cli/exit_code.h"
+#include "shared/keys.h"
 
 using namespace tool;
 using testing::AllOf;

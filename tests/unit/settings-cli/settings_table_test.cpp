@@ -1,4 +1,4 @@
-#include "settings_table.h"
+#include "shared/settings_table.h"
 
 #include <gmock/gmock.h>
 
@@ -8,9 +8,9 @@
 #include <set>
 #include <string_view>
 
-#include "buttons.h"
-#include "exit_code.h"
-#include "setting_values.h"
+#include "settings-cli/buttons.h"
+#include "settings-cli/exit_code.h"
+#include "settings-cli/setting_values.h"
 
 using namespace tool;
 

@@ -1,4 +1,4 @@
-#include "status_report.h"
+#include "settings-cli/status_report.h"
 
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>

@@ -1,4 +1,4 @@
-#include "text.h"
+#include "settings-cli/text.h"
 
 #include <gmock/gmock.h>
 

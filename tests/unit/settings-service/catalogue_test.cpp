@@ -1,4 +1,4 @@
-#include "catalogue.h"
+#include "settings-service/catalogue.h"
 
 #include <gmock/gmock.h>
 
@@ -8,7 +8,7 @@
 
 #include "settings/option_items.h"
 #include "support/expected_settings.h"
-#include "text.h"
+#include "settings-service/text.h"
 
 namespace SettingsService {
 namespace {

@@ -1,4 +1,4 @@
-#include "client_numbers.h"
+#include "settings-service/client_numbers.h"
 
 #include <gtest/gtest.h>
 

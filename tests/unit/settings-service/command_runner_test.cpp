@@ -1,4 +1,4 @@
-#include "command_runner.h"
+#include "settings-service/command_runner.h"
 
 #include <gmock/gmock.h>
 

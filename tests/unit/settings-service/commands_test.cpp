@@ -1,4 +1,4 @@
-#include "commands.h"
+#include "settings-service/commands.h"
 
 #include <gmock/gmock.h>
 

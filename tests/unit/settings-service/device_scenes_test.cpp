@@ -1,4 +1,4 @@
-#include "device_scenes.h"
+#include "settings-service/device_scenes.h"
 
 #include <gmock/gmock.h>
 

@@ -1,10 +1,10 @@
-#include "key_lookup.h"
+#include "settings-service/key_lookup.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 
-#include "key_forms.h"
+#include "settings-service/key_forms.h"
 
 namespace SettingsService {
 namespace {

@@ -1,4 +1,4 @@
-#include "options.h"
+#include "settings-service/options.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "request_handler.h"
+#include "settings-service/request_handler.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "script.h"
+#include "settings-service/script.h"
 
 #include <gmock/gmock.h>
 

@@ -3,8 +3,8 @@
 
 #include <ostream>
 
-#include "settings_state.h"
-#include "text.h"
+#include "settings-service/settings_state.h"
+#include "settings-service/text.h"
 
 namespace SettingsService {
 

@@ -1,4 +1,4 @@
-#include "settings_state.h"
+#include "settings-service/settings_state.h"
 
 #include <gmock/gmock.h>
 

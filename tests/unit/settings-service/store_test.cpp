@@ -1,4 +1,4 @@
-#include "store.h"
+#include "settings-service/store.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "text.h"
+#include "settings-service/text.h"
 
 #include <gtest/gtest.h>
 

@@ -2,9 +2,9 @@
 
 #include <fmt/core.h>
 
-#include "assignment.h"
-#include "buttons.h"
-#include "commands/commands.h"
+#include "settings-cli/assignment.h"
+#include "settings-cli/buttons.h"
+#include "settings-cli/commands/commands.h"
 
 namespace tool {
 

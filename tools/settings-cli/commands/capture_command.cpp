@@ -1,20 +1,20 @@
 // capture: what the user types, as the text that a button's keystroke function takes.
 
-#include <fmt/core.h>
-
 #include <algorithm>
 #include <array>
 #include <vector>
 
+#include <fmt/core.h>
+
 #include "KorvuTabletSettingsAPI.h"
-#include "arguments.h"
-#include "command.h"
-#include "commands/commands.h"
-#include "console.h"
-#include "heartbeat.h"
-#include "keys.h"
-#include "session.h"
-#include "text.h"
+#include "settings-cli/arguments.h"
+#include "settings-cli/command.h"
+#include "settings-cli/commands/commands.h"
+#include "settings-cli/console.h"
+#include "settings-cli/heartbeat.h"
+#include "settings-cli/session.h"
+#include "settings-cli/text.h"
+#include "shared/keys.h"
 
 namespace tool {
 namespace {

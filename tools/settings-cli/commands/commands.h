@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "assignment.h"
-#include "command.h"
-#include "plain_change.h"
+#include "settings-cli/assignment.h"
+#include "settings-cli/command.h"
+#include "settings-cli/plain_change.h"
 
 namespace tool {
 

@@ -1,17 +1,17 @@
 // get KEY... and list: values as the service has them now.
 
-#include <fmt/core.h>
-
 #include <numeric>
 
-#include "command.h"
-#include "commands/commands.h"
-#include "console.h"
-#include "json_text.h"
-#include "key_search.h"
-#include "keys.h"
-#include "session.h"
-#include "text.h"
+#include <fmt/core.h>
+
+#include "settings-cli/command.h"
+#include "settings-cli/commands/commands.h"
+#include "settings-cli/console.h"
+#include "settings-cli/json_text.h"
+#include "settings-cli/key_search.h"
+#include "settings-cli/session.h"
+#include "settings-cli/text.h"
+#include "shared/keys.h"
 
 namespace tool {
 namespace {

@@ -1,16 +1,16 @@
 // menu RING WEDGE CODE [TEXT], menu-limit RING N: the radial menu.
 
-#include <fmt/core.h>
-
 #include <array>
 
-#include "arguments.h"
-#include "assignment.h"
-#include "commands/commands.h"
-#include "confirmation.h"
-#include "console.h"
-#include "keys.h"
-#include "text.h"
+#include <fmt/core.h>
+
+#include "settings-cli/arguments.h"
+#include "settings-cli/assignment.h"
+#include "settings-cli/commands/commands.h"
+#include "settings-cli/confirmation.h"
+#include "settings-cli/console.h"
+#include "settings-cli/text.h"
+#include "shared/keys.h"
 
 namespace tool {
 namespace {

@@ -1,14 +1,14 @@
 // opaque WHAT VALUE: the settings of opaque mode.
 
-#include <fmt/core.h>
-
 #include <array>
 
-#include "commands/commands.h"
-#include "confirmation.h"
-#include "console.h"
-#include "plain_change.h"
-#include "text.h"
+#include <fmt/core.h>
+
+#include "settings-cli/commands/commands.h"
+#include "settings-cli/confirmation.h"
+#include "settings-cli/console.h"
+#include "settings-cli/plain_change.h"
+#include "settings-cli/text.h"
 
 namespace tool {
 namespace {

@@ -2,11 +2,11 @@
 
 #include <array>
 
-#include "command.h"
-#include "commands/commands.h"
-#include "console.h"
-#include "session.h"
-#include "text.h"
+#include "settings-cli/command.h"
+#include "settings-cli/commands/commands.h"
+#include "settings-cli/console.h"
+#include "settings-cli/session.h"
+#include "settings-cli/text.h"
 
 namespace tool {
 namespace {

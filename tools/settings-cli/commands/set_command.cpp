@@ -2,9 +2,9 @@
 
 #include <string_view>
 
-#include "commands/commands.h"
-#include "console.h"
-#include "plain_change.h"
+#include "settings-cli/commands/commands.h"
+#include "settings-cli/console.h"
+#include "settings-cli/plain_change.h"
 
 namespace tool {
 namespace {

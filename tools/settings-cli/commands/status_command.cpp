@@ -3,13 +3,13 @@
 #include <array>
 #include <charconv>
 
-#include "command.h"
-#include "commands/commands.h"
-#include "console.h"
-#include "keys.h"
-#include "session.h"
-#include "status_report.h"
-#include "text.h"
+#include "settings-cli/command.h"
+#include "settings-cli/commands/commands.h"
+#include "settings-cli/console.h"
+#include "settings-cli/session.h"
+#include "settings-cli/status_report.h"
+#include "settings-cli/text.h"
+#include "shared/keys.h"
 
 namespace tool {
 namespace {

@@ -1,19 +1,19 @@
 // watch: one line for each callback, until Ctrl+C.
 
-#include <fmt/core.h>
-
 #include <algorithm>
 #include <chrono>
 #include <ctime>
 
-#include "arguments.h"
-#include "command.h"
-#include "commands/commands.h"
-#include "console.h"
-#include "event_text.h"
-#include "heartbeat.h"
-#include "json_text.h"
-#include "session.h"
+#include <fmt/core.h>
+
+#include "settings-cli/arguments.h"
+#include "settings-cli/command.h"
+#include "settings-cli/commands/commands.h"
+#include "settings-cli/console.h"
+#include "settings-cli/event_text.h"
+#include "settings-cli/heartbeat.h"
+#include "settings-cli/json_text.h"
+#include "settings-cli/session.h"
 
 namespace tool {
 namespace {

@@ -1,18 +1,18 @@
 // zoom A B C D: the display zoom map.
 
-#include <fmt/core.h>
-
 #include <array>
 #include <limits>
 
+#include <fmt/core.h>
+
 #include "KorvuTabletSettingsAPI.h"
-#include "arguments.h"
-#include "command.h"
-#include "commands/commands.h"
-#include "confirmation.h"
-#include "console.h"
-#include "keys.h"
-#include "text.h"
+#include "settings-cli/arguments.h"
+#include "settings-cli/command.h"
+#include "settings-cli/commands/commands.h"
+#include "settings-cli/confirmation.h"
+#include "settings-cli/console.h"
+#include "settings-cli/text.h"
+#include "shared/keys.h"
 
 namespace tool {
 namespace {

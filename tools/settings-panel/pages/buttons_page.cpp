@@ -1,7 +1,7 @@
 // What the buttons of the pen and the dock do.
 
 #include "KorvuTabletSettingsAPI.h"
-#include "keys.h"
+#include "shared/keys.h"
 #include "pages/pages.h"
 #include "ui/function_row.h"
 

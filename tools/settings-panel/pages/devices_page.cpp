@@ -5,7 +5,7 @@
 
 #include "KorvuTabletSettingsAPI.h"
 #include "pages/pages.h"
-#include "settings_table.h"
+#include "shared/settings_table.h"
 #include "ui/info_row.h"
 #include "ui/pen_list.h"
 #include "ui/setting_rows.h"

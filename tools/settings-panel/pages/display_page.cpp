@@ -5,7 +5,7 @@
 
 #include "KorvuTabletSettingsAPI.h"
 #include "pages/pages.h"
-#include "settings_table.h"
+#include "shared/settings_table.h"
 #include "ui/desktop_view.h"
 #include "ui/display_rows.h"
 #include "ui/setting_rows.h"

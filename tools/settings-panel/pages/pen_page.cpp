@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "keys.h"
+#include "shared/keys.h"
 #include "pages/pages.h"
-#include "settings_table.h"
+#include "shared/settings_table.h"
 #include "ui/curve_view.h"
 #include "ui/setting_rows.h"
 

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "keys.h"
+#include "shared/keys.h"
 #include "pages/pages.h"
-#include "settings_table.h"
+#include "shared/settings_table.h"
 #include "ui/function_row.h"
 #include "ui/ring_size_row.h"
 #include "ui/setting_rows.h"

@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "keys.h"
+#include "shared/keys.h"
 
 namespace panel {
 namespace {

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "KorvuTabletSettingsAPI.h"
-#include "keys.h"
+#include "shared/keys.h"
 
 namespace panel {
 namespace {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string>
 
-#include "keys.h"
+#include "shared/keys.h"
 
 namespace panel {
 

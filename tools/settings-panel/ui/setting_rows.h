@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "settings_table.h"
+#include "shared/settings_table.h"
 #include "ui/row.h"
 
 namespace panel {
