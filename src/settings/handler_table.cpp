@@ -17,10 +17,31 @@ namespace {
 
 using Slots = KorvuISD_Callbacks;
 
+// The index of a setting that gets a handler. Every connection requests all of those, but services
+// do not answer for the path and the keystrokes of a button: those have none, or it does not
+// compile.
+class HandledSetting {
+ public:
+  consteval HandledSetting(int32_t index) : index(index) {
+    if (IsPathOrKeystrokes(index)) throw "a path or keystrokes are not requested";
+  }
+  std::wstring_view Key() const { return SettingKey(index); }
+
+ private:
+  int32_t index;
+};
+
+template <class Add, int32_t... kWedge>
+void AddWedges(const Add& add, std::integer_sequence<int32_t, kWedge...>) {
+  ((add(kFirstWedge + kWedge * kWedgeStride, ButtonFunction(Wedge(kWedge))),
+    add(kFirstWedge + kWedge * kWedgeStride + kNameOffset, WedgeName(kWedge))),
+   ...);
+}
+
 std::vector<HandlerEntry> BuildHandlers() {
   std::vector<HandlerEntry> table;
-  const auto add = [&table](int32_t index, SettingHandler handler) {
-    table.push_back({SettingKey(index), std::move(handler)});
+  const auto add = [&table](HandledSetting setting, SettingHandler handler) {
+    table.push_back({setting.Key(), std::move(handler)});
   };
 
   add(kServiceVersion, VersionText(&LocalValues::serviceVersion));
@@ -73,11 +94,7 @@ std::vector<HandlerEntry> BuildHandlers() {
   add(kRadialZonesCount2,
       ZonesCount(&LocalValues::radialZonesCount2, 1, &Slots::OnRadialZonesCount));
   add(kCenterRightClick, Flag(&LocalValues::centerRightClick, &Slots::OnCenterRightClick));
-  for (int32_t wedge = 0; wedge < kWedgeCount; ++wedge) {
-    const int32_t function = kFirstWedge + wedge * kWedgeStride;
-    add(function, ButtonFunction(Wedge(static_cast<size_t>(wedge))));
-    add(function + kNameOffset, WedgeName(static_cast<size_t>(wedge)));
-  }
+  AddWedges(add, std::make_integer_sequence<int32_t, kWedgeCount>());
 
   add(kPenBatteryStatus, BatteryStatus());
   add(kPenBatteryCharging, BatteryCharging());

@@ -176,6 +176,16 @@ constexpr bool StandsAtItsIndex() {
 }
 static_assert(StandsAtItsIndex());
 
+constexpr bool PathsAndKeystrokesAreKnown() {
+  for (const IndexedKey& setting : g_settingKeys) {
+    const bool isOne = setting.key.ends_with(L"ButtonFunctionAppPath") ||
+                       setting.key.ends_with(L"ButtonFunctionKeystrokes");
+    if (isOne != IsPathOrKeystrokes(setting.index)) return false;
+  }
+  return true;
+}
+static_assert(PathsAndKeystrokesAreKnown());
+
 }  // namespace
 
 std::wstring_view SettingKey(int32_t index) {

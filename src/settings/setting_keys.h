@@ -88,4 +88,19 @@ enum Setting : int32_t {
   kMagnifierEnabled = 150,
 };
 
+// Is it the path or the keystrokes of a button? They go to the service, and never come back.
+constexpr bool IsPathOrKeystrokes(int32_t index) {
+  constexpr int32_t kRadialCenter = 38;
+  constexpr int32_t kLastWedge = kFirstWedge + (kWedgeCount - 1) * kWedgeStride;
+  const auto isOf = [index](int32_t button) {
+    return index == button + kAppPathOffset || index == button + kKeystrokesOffset;
+  };
+  // The centre of the radial menu and its outside stand right before the wedges.
+  for (int32_t button = kRadialCenter; button <= kLastWedge; button += kWedgeStride) {
+    if (isOf(button)) return true;
+  }
+  return isOf(kEraserSingle) || isOf(kEraserDouble) || isOf(kEraserLong) ||
+         isOf(kUpperSideSwitch) || isOf(kLowerSideSwitch) || isOf(kAutoExecuteButton);
+}
+
 }  // namespace KorvuISD

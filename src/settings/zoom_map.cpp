@@ -1,5 +1,6 @@
 #include "settings/zoom_map.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <stdexcept>
@@ -13,25 +14,17 @@ constexpr std::wstring_view kOpen = L"{ ";
 constexpr std::wstring_view kSeparator = L", ";
 constexpr std::wstring_view kClose = L" }";
 
-[[noreturn]] void RejectMap() {
-  throw std::invalid_argument("malformed zoom map");
+// The text before `mark`, or all of it; `rest` goes on behind the mark.
+std::wstring_view TakeUntil(std::wstring_view mark, std::wstring_view& rest) {
+  const size_t position = std::min(rest.find(mark), rest.size());
+  const std::wstring_view text = rest.substr(0, position);
+  rest.remove_prefix(std::min(position + mark.size(), rest.size()));
+  return text;
 }
 
-// Stricter than numbers elsewhere: a map that is read half wrong would move the picture, and the
-// form is the one that we write.
-bool IsDecimal(std::wstring_view text) {
-  if (text.starts_with(L'-')) text.remove_prefix(1);
-  return !text.empty() && text.find_first_not_of(L"0123456789") == std::wstring_view::npos;
-}
-
-// The number before `mark`; `rest` goes on behind the mark.
-int32_t TakeNumber(std::wstring_view mark, std::wstring_view& rest) {
-  const size_t position = rest.find(mark);
-  if (position == std::wstring_view::npos) RejectMap();
-  const std::wstring_view number = rest.substr(0, position);
-  if (!IsDecimal(number)) RejectMap();
-  rest.remove_prefix(position + mark.size());
-  return ConvertNumber(std::wstring(number));
+// An entry that has run out of numbers ends here, in a text without one.
+int32_t TakeNumber(std::wstring_view& numbers) {
+  return ConvertNumber(std::wstring(TakeUntil(kSeparator, numbers)));
 }
 
 }  // namespace
@@ -48,13 +41,18 @@ std::wstring FormatZoomMapEntry(const KorvuISD_ZoomMapEntry& entry) {
 std::vector<KorvuISD_ZoomMapEntry> ParseZoomMap(std::wstring_view text) {
   std::vector<KorvuISD_ZoomMapEntry> entries;
   while (!text.empty()) {
-    if (!text.starts_with(kOpen)) RejectMap();
+    if (!text.starts_with(kOpen)) throw std::invalid_argument("malformed zoom map");
     text.remove_prefix(kOpen.size());
+    if (text.find(kClose) == std::wstring_view::npos) {
+      throw std::invalid_argument("malformed zoom map");
+    }
+    // Cut out first, so that an entry that lacks a number does not borrow one of the next.
+    std::wstring_view numbers = TakeUntil(kClose, text);
     KorvuISD_ZoomMapEntry entry;
-    entry.a = TakeNumber(kSeparator, text);
-    entry.b = TakeNumber(kSeparator, text);
-    entry.c = TakeNumber(kSeparator, text);
-    entry.d = TakeNumber(kClose, text);
+    entry.a = TakeNumber(numbers);
+    entry.b = TakeNumber(numbers);
+    entry.c = TakeNumber(numbers);
+    entry.d = TakeNumber(numbers);
     entries.push_back(entry);
   }
   return entries;

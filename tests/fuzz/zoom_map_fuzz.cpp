@@ -2,6 +2,7 @@
 // and read again.
 
 #include <algorithm>
+#include <cstddef>
 #include <stdexcept>
 #include <vector>
 
@@ -26,9 +27,12 @@ std::wstring Format(const Map& map) {
   return text;
 }
 
-// Without what is written differently than it was read: zeros in front, and a zero's sign.
-bool IsCanonical(std::wstring_view text) {
-  return !fuzz::Contains(text, L" 0") && !fuzz::Contains(text, L"-0");
+size_t CountOf(std::wstring_view part, std::wstring_view text) {
+  size_t count = 0;
+  for (size_t at = text.find(part); at != text.npos; at = text.find(part, at + part.size())) {
+    ++count;
+  }
+  return count;
 }
 
 }  // namespace
@@ -45,6 +49,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   }
   const std::wstring written = Format(map);
   fuzz::Check(AreEqual(ParseZoomMap(written), map), "a written map is read as it was");
-  fuzz::Check(!IsCanonical(text) || written == text, "a map is written as it was read");
+  fuzz::Check(CountOf(L" }", text) == map.size(), "every entry is read");
   return 0;
 }

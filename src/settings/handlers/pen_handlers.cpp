@@ -41,9 +41,8 @@ SettingHandler PenText(std::wstring PenStaging::*field) {
 
 SettingHandler ModuleProductId() {
   return [](SettingsModel& model, const std::wstring& value) {
-    if (!value.empty()) {
-      model.values.moduleStaging.productId = static_cast<uint16_t>(ConvertNumber(value));
-    }
+    if (value.empty()) return;
+    model.values.moduleStaging.productId = static_cast<uint16_t>(ConvertNumber(value));
     MergeModule(model);
   };
 }

@@ -44,6 +44,23 @@ PenInfo NewPen(const LocalValues& values) {
   return pen;
 }
 
+// The record of the pen with the module's serial number, if the module is to be merged now.
+PenTable::iterator PenOfModule(SettingsModel& model) {
+  const ModuleStaging& staged = model.values.moduleStaging;
+  PenTable& pens = model.values.pens;
+  if (staged.serialNumber.empty() || staged.moduleId.empty()) return pens.end();
+  if (model.apiVersion >= kModuleConnectionVersion && !staged.connected) return pens.end();
+  return pens.find(staged.serialNumber);
+}
+
+void CopyModule(const ModuleStaging& staged, PenInfo& pen) {
+  SetField(pen.module.version, staged.version);
+  SetField(pen.module.moduleId, staged.moduleId);
+  pen.module.productId = staged.productId;
+  SetField(pen.module.serialNumber, staged.serialNumber);
+  pen.moduleConnected = staged.connected;
+}
+
 void ForgetStagedPen(PenStaging& staged) {
   staged.vendorId = 0;
   staged.penType = 0;
@@ -69,34 +86,28 @@ void MergePen(SettingsModel& model) {
 }
 
 bool MergeModule(SettingsModel& model) {
-  const ModuleStaging& staged = model.values.moduleStaging;
-  if (staged.serialNumber.empty() || staged.moduleId.empty()) return false;
-  if (model.apiVersion >= kModuleConnectionVersion && !staged.connected) return false;
-  const auto pen = model.values.pens.find(staged.serialNumber);
+  const auto pen = PenOfModule(model);
   if (pen == model.values.pens.end()) return false;
-
-  KorvuISD_ModuleIdentity& module = pen->second.module;
-  bool changed = SetField(module.version, staged.version);
-  changed |= SetField(module.moduleId, staged.moduleId);
-  changed |= Assign(module.productId, staged.productId);
-  changed |= SetField(module.serialNumber, staged.serialNumber);
-  changed |= Assign(pen->second.moduleConnected, staged.connected);
-  if (changed) model.Fire(&KorvuISD_Callbacks::OnPenInfo, &pen->second);
+  CopyModule(model.values.moduleStaging, pen->second);
+  // Whether or not anything has changed: a module that says something again is heard again.
+  model.Fire(&KorvuISD_Callbacks::OnPenInfo, &pen->second);
   return true;
 }
 
-PenInfo& CurrentPen(SettingsModel& model) {
+CurrentPenRecord CurrentPen(SettingsModel& model) {
   LocalValues& values = model.values;
   const bool isReported = !values.currentPenSerial.empty();
   const std::wstring& serialNumber =
       isReported ? values.currentPenSerial : values.penStaging.serialNumber;
   const auto [pen, isNew] = values.pens.try_emplace(serialNumber);
-  if (isNew) {
-    pen->second.batteryStatus = kNoBatteryStatus;
-    if (isReported) SetField(pen->second.serialNumber, serialNumber);
-    MergeModule(model);  // the module may have waited for this pen
-  }
-  return pen->second;
+  if (!isNew) return {pen->second, false};
+
+  pen->second.batteryStatus = kNoBatteryStatus;
+  if (isReported) SetField(pen->second.serialNumber, serialNumber);
+  // The module may have waited for this pen. Nobody is told before the value is in the record, too.
+  const bool waited = PenOfModule(model) == pen;
+  if (waited) CopyModule(values.moduleStaging, pen->second);
+  return {pen->second, waited};
 }
 
 }  // namespace KorvuISD

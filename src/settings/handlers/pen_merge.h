@@ -14,12 +14,16 @@ namespace KorvuISD {
 void MergePen(SettingsModel& model);
 
 // Merges the module's identity and connection into the record of the pen with the module's serial
-// number, and reports a change. Waits, and returns false, while serial number or module id or that
-// record is missing, and from API version 3 on while the module is not connected.
+// number, and reports that record. Waits, and returns false, while serial number or module id or
+// that record is missing, and from API version 3 on while the module is not connected.
 bool MergeModule(SettingsModel& model);
 
 // The record of the current pen, made empty if there is none yet. The current pen is the one that
 // the tablet reported last, or, until it has reported any, the one being announced.
-PenInfo& CurrentPen(SettingsModel& model);
+struct CurrentPenRecord {
+  PenInfo& pen;
+  bool hasNewModule;  // the record has just been made, and took over a module that waited for it
+};
+CurrentPenRecord CurrentPen(SettingsModel& model);
 
 }  // namespace KorvuISD

@@ -21,8 +21,8 @@ SettingHandler BatteryNumber(Number PenInfo::*field) {
     }
     // Converted first: a value that does not convert makes no record.
     const Number number = static_cast<Number>(ConvertNumber(value));
-    PenInfo& pen = CurrentPen(model);
-    if (number == pen.*field) return;
+    const auto [pen, hasNewModule] = CurrentPen(model);
+    if (number == pen.*field && !hasNewModule) return;
     pen.*field = number;
     model.Fire(&KorvuISD_Callbacks::OnPenInfo, &pen);
   };
@@ -84,9 +84,12 @@ SettingHandler DockState() {
       return;
     }
     const int32_t docked = ConvertNumber(value) != 0 ? 1 : 0;
-    PenInfo& current = CurrentPen(model);
-    if (docked == current.docked) return;
-    for (auto& [serialNumber, pen] : model.values.pens) pen.docked = docked;
+    const auto [current, hasNewModule] = CurrentPen(model);
+    const bool changed = docked != current.docked;
+    if (!changed && !hasNewModule) return;
+    if (changed) {
+      for (auto& [serialNumber, pen] : model.values.pens) pen.docked = docked;
+    }
     model.Fire(&KorvuISD_Callbacks::OnPenInfo, &current);
   };
 }

@@ -131,7 +131,19 @@ TEST_F(Module, ChangesAreReportedOneByOne) {
   EXPECT_EQ(Announced(kModuleProduct, L"-1"), Both({PenFired(changed)}));
   changed.moduleId = L"123456789012345";
   EXPECT_EQ(Announced(kModuleId, L"1234567890123456"), Both({PenFired(changed)}));
-  EXPECT_EQ(Announced(kModuleId, L"1234567890123457"), kNothing) << "the record shows the same";
+}
+
+TEST_F(Module, ThatSaysTheSameAgainIsReportedAgain) {
+  Begin(9);
+  Meet(L"S1", L"P1");
+  ASSERT_EQ(AnnouncedAll(kIdentity), kNothing);
+  ASSERT_EQ(Announced(kModuleConnected, L"1"), Both({PenFired(PenWithModule(1))}));
+  for (const Value& value : kIdentity) {
+    EXPECT_EQ(Announced(value.index, value.text), Both({PenFired(PenWithModule(1))}))
+        << value.index;
+  }
+  EXPECT_EQ(Announced(kModuleConnected, L"1"), kNothing) << "the connection is compared first";
+  EXPECT_EQ(Announced(kModuleProduct, L""), kNothing) << "an empty number says nothing";
 }
 
 TEST_F(Module, ThatWaitedForARecordMadeByABatteryValueIsReportedWithIt) {
@@ -144,9 +156,44 @@ TEST_F(Module, ThatWaitedForARecordMadeByABatteryValueIsReportedWithIt) {
   ASSERT_EQ(Announced(kTabletPenSerial, L"S1"), kNothing);
   ExpectedPen pen = PenWithModule(1);
   pen.id.clear();
-  const Fired merged = PenFired(pen);
   pen.battery = 50;
-  EXPECT_EQ(Announced(kModuleBattery, L"50"), Both({merged, PenFired(pen)}));
+  EXPECT_EQ(Announced(kModuleBattery, L"50"), Both({PenFired(pen)}));
+}
+
+// The value that an empty record has anyway is no reason to keep the module from the application.
+TEST_F(Module, ThatWaitedForARecordIsReportedWithAValueThatIsNoneTheLess) {
+  Begin(9);
+  Meet(L"S2", L"P2");
+  ASSERT_EQ(AnnouncedAll(kIdentity), kNothing);
+  ASSERT_EQ(Announced(kModuleConnected, L"1").size(), 2u);
+  ASSERT_EQ(Announced(kTabletPenSerial, L"S1"), kNothing);
+  ExpectedPen pen = PenWithModule(1);
+  pen.id.clear();
+  EXPECT_EQ(Announced(kModuleCharging, L"0"), Both({PenFired(pen)}));
+  EXPECT_EQ(Announced(kModuleCharging, L"0"), kNothing);
+}
+
+TEST_F(Module, ThatWaitedForARecordMadeByADockValueIsReportedWithIt) {
+  Begin(9);
+  ASSERT_EQ(AnnouncedAll(kIdentity), kNothing);
+  ASSERT_EQ(Announced(kModuleConnected, L"1"), kNothing);
+  ASSERT_EQ(Announced(kTabletPenSerial, L"S1"), kNothing);
+  ExpectedPen pen = PenWithModule(1);
+  pen.id.clear();
+  pen.docked = 1;
+  EXPECT_EQ(Announced(kDocked, L"1"), Both({PenFired(pen)}));
+}
+
+TEST_F(Module, ThatWaitedForARecordMadeByAnEmptyValueIsReportedLater) {
+  Begin(9);
+  ASSERT_EQ(AnnouncedAll(kIdentity), kNothing);
+  ASSERT_EQ(Announced(kModuleConnected, L"1"), kNothing);
+  ASSERT_EQ(Announced(kTabletPenSerial, L"S1"), kNothing);
+  EXPECT_EQ(Announced(kDocked, L""), kNothing);
+  ExpectedPen pen = PenWithModule(1);
+  pen.id.clear();
+  pen.battery = 50;
+  EXPECT_EQ(Announced(kPenBattery, L"50"), Both({PenFired(pen)}));
 }
 
 }  // namespace

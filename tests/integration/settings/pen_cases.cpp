@@ -105,18 +105,19 @@ std::vector<KeyCase> ModuleCases() {
           .Unconvertible()
           .Silent(L"1")
           .Fires(L"0", {PenFired({.serial = L"S1", .id = L"P1"})}),
+      // What the module says of itself is reported whether or not it is new.
       ModuleKnown(kModuleVersion)
-          .Silent(L"")
+          .Fires(L"", {with([](auto&) {})})
           .Fires(L"2.0", {with([](auto& pen) { pen.moduleVersion = L"2.0"; })})
-          .Silent(L"2.0")
+          .Fires(L"2.0", {with([](auto& pen) { pen.moduleVersion = L"2.0"; })})
           .Fires(L"", {with([](auto&) {})}),
       ModuleKnown(kModuleProduct)
-          .Silent(L"0")
+          .Fires(L"0", {with([](auto&) {})})
           .Fires(L"66051", {with([](auto& pen) { pen.moduleProduct = 0x0203; })})
-          .Silent(L"515")
+          .Fires(L"515", {with([](auto& pen) { pen.moduleProduct = 0x0203; })})
           .Silent(L"")
           .Unconvertible()
-          .Silent(L"515")
+          .Fires(L"515", {with([](auto& pen) { pen.moduleProduct = 0x0203; })})
           .Fires(L"-1", {with([](auto& pen) { pen.moduleProduct = 65535; })}),
       // Another serial number is another pen's module, and an empty one is nobody's.
       ModuleKnown(kModuleSerial)
@@ -124,9 +125,9 @@ std::vector<KeyCase> ModuleCases() {
           .Silent(L"")
           .Other(kModuleVersion, L"2.0")
           .Fires(L"S1", {with([](auto& pen) { pen.moduleVersion = L"2.0"; })})
-          .Silent(L"S1"),
+          .Fires(L"S1", {with([](auto& pen) { pen.moduleVersion = L"2.0"; })}),
       ModuleKnown(kModuleId)
-          .Silent(L"M1")
+          .Fires(L"M1", {with([](auto&) {})})
           .Fires(L"M2", {with([](auto& pen) { pen.moduleId = L"M2"; })})
           .Silent(L"")  // the identity waits for an id
           .Other(kModuleVersion, L"2.0")

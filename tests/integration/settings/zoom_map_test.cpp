@@ -1,4 +1,4 @@
-// The display zoom map: entries of four numbers, taken only if all of them are well-formed.
+// The display zoom map: entries of four numbers, taken only if all of them are there.
 
 #include <algorithm>
 
@@ -55,14 +55,19 @@ TEST_F(ZoomMap, ThatIsMalformedChangesAndReportsNothing) {
   Begin();
   ASSERT_EQ(Announced(kZoomMap, L"{ 1, 2, 3, 4 }"), Map({{1, 2, 3, 4}}));
   for (const wchar_t* map :
-       {L"{1, 2, 3, 4}", L"{ 1,2,3,4 }", L"{ 5, 6, 7 }", L"{ 5, 6, 7, 8, 9 }", L"{ 5, 6, 7, 8",
-        L"5, 6, 7, 8 }", L"{ 5, 6, 7, 8 } ", L"{ 5, 6, 7, 8 }, { 5, 6, 7, 8 }", L"{ 5, 6, 7, x }",
-        L"{ 5, , 7, 8 }", L"{ 5, 6, 7, 8 }{ 5, 6, 7, 2147483648 }", L"map", L"{}",
-        L"{ 12345678901, 6, 7, 8 }"}) {
+       {L"{1, 2, 3, 4}", L"{ 1,2,3,4 }", L"{ 5, 6, 7 }", L"{ 5, 6, 7 }{ 5, 6, 7, 8 }",
+        L"{ 5, 6, 7, 8", L"5, 6, 7, 8 }", L"{ 5, 6, 7, 8 } ", L"{ 5, 6, 7, 8 }, { 5, 6, 7, 8 }",
+        L"{ 5, 6, 7, x }", L"{ 5, , 7, 8 }", L"{ 5, 6, 7, 8 }{ 5, 6, 7, 2147483648 }", L"map",
+        L"{}", L"{ 12345678901, 6, 7, 8 }"}) {
     EXPECT_EQ(Announced(kZoomMap, map), kNothing) << testing::PrintToString(map);
     EXPECT_EQ(Announced(kZoomMap, L"{ 1, 2, 3, 4 }"), kNothing) << testing::PrintToString(map);
   }
   EXPECT_EQ(Announced(kZoomMap, L"{ 5, 6, 7, 8 }"), Map({{5, 6, 7, 8}}));
+}
+
+TEST_F(ZoomMap, HasNumbersLikeAllOthers) {
+  Begin();
+  EXPECT_EQ(Announced(kZoomMap, L"{  5, +6, 7px, 8, 9 }"), Map({{5, 6, 7, 8}}));
 }
 
 TEST_F(ZoomMap, ThatIsMalformedIsTraced) {

@@ -37,13 +37,29 @@ TEST(ZoomMap, EntriesFollowOneAnother) {
 }
 
 TEST(ZoomMap, AnythingElseIsMalformed) {
-  for (const wchar_t* text :
-       {L"{}", L"{ }", L"{ 1, 2, 3 }", L"{ 1, 2, 3, 4, 5 }", L"{1, 2, 3, 4}", L"{ 1,2,3,4 }",
-        L"{ 1, 2, 3, 4", L"{ 1, 2, x, 4 }", L"{ 1, , 3, 4 }", L"{ 1, 2, 3, 4 } ",
-        L" { 1, 2, 3, 4 }", L"{ 1, 2, 3, 4 }, { 1, 2, 3, 4 }", L"{ 1, -, 3, 4 }",
-        L"{ 1, +2, 3, 4 }", L"{ 1, 2x, 3, 4 }", L"text"}) {
+  for (const wchar_t* text : {L"{}", L"{ }", L"{1, 2, 3, 4}", L"{ 1, 2, 3, 4", L"{ 1, 2, 3, 4 } ",
+                              L" { 1, 2, 3, 4 }", L"{ 1, 2, 3, 4 }, { 1, 2, 3, 4 }", L"text"}) {
     EXPECT_THROW(ParseZoomMap(text), std::invalid_argument)
         << testing::PrintToString(std::wstring(text));
+  }
+}
+
+TEST(ZoomMap, ItsNumbersAreReadLikeAllNumbers) {
+  EXPECT_THAT(ParseZoomMap(L"{  1, \t2, +3, -4 }"), ElementsAre(Entry{1, 2, 3, -4}));
+  EXPECT_THAT(ParseZoomMap(L"{ 1x, 2 , 3.5, 4, 5 }"), ElementsAre(Entry{1, 2, 3, 4}));
+  EXPECT_THAT(ParseZoomMap(L"{ 1, 2, 3, 4x }{ 5, 6, 7, 8 }"),
+              ElementsAre(Entry{1, 2, 3, 4}, Entry{5, 6, 7, 8}));
+}
+
+TEST(ZoomMap, AnEntryThatLacksANumberFailsAsAConversionDoes) {
+  for (const wchar_t* text : {L"{ 1, 2, 3 }", L"{ 1, 2, 3 }{ 4, 5, 6, 7 }", L"{ 1,2,3,4 }",
+                              L"{ 1, 2, x, 4 }", L"{ 1, , 3, 4 }", L"{ 1, -, 3, 4 }", L"{  }"}) {
+    try {
+      ParseZoomMap(text);
+      ADD_FAILURE() << testing::PrintToString(std::wstring(text)) << " passed";
+    } catch (const std::invalid_argument& failure) {
+      EXPECT_STREQ(failure.what(), "invalid stoi argument");
+    }
   }
 }
 
