@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdio>
 #include <memory>
+#include <new>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -21,7 +22,10 @@ std::atomic<bool> traceEnabled{false};
 
 namespace {
 
-// Keeps lines whole, and the file's name and stream in step.
+// Keeps the file's lines whole, and its name and stream in step. Who holds it may wait for the
+// file, and for nothing else: the debugger gets its lines without it. To a process that is not
+// debugged, such a line is an exception, and a handler of the application may take it up and call
+// an export.
 LeafMutex traceMutex;
 
 // Neither is destroyed when the process exits: a thread that the exit cut short may hold their
@@ -59,24 +63,22 @@ void CloseTraceFile() REQUIRES(traceMutex) {
   traceFile = nullptr;
 }
 
-// A file that could not be opened is tried again with every line: the directory may appear.
-void WriteLine(TraceLine& line) REQUIRES(traceMutex) {
-  if (traceFileName.empty()) return;
+// A file that could not be opened is tried again with every line: the directory may appear. A line
+// for which there is no memory is lost: what is traced goes on, as it does when nothing is.
+void WriteLine(TraceLine& line) noexcept REQUIRES(traceMutex) {
+  if (line.IsEmpty() || traceFileName.empty()) return;
   if (!traceFile) OpenTraceFile();
   if (!traceFile) return;
-  const std::string_view bytes = line.Stamped();
-  std::fwrite(bytes.data(), 1, bytes.size(), traceFile);
-  std::fflush(traceFile);
+  try {
+    const std::string_view bytes = line.Stamped();
+    std::fwrite(bytes.data(), 1, bytes.size(), traceFile);
+    std::fflush(traceFile);
+  } catch (const std::bad_alloc&) {
+  }
 }
 
-void WriteText(TraceLine& line) REQUIRES(traceMutex) {
-  if (line.IsEmpty()) return;
-  OutputDebugStringW(line.Text());
-  WriteLine(line);
-}
-
-void WriteText(TraceLine&& line) REQUIRES(traceMutex) {
-  WriteText(line);
+void ToDebugger(const TraceLine& line) {
+  if (!line.IsEmpty()) OutputDebugStringW(line.Text());
 }
 
 std::unique_ptr<TraceLine> TakeLine() {
@@ -94,38 +96,58 @@ void KeepLine(std::unique_ptr<TraceLine> line) REQUIRES(traceMutex) {
 
 }  // namespace
 
-void TraceWrite(const wchar_t* format, ...) {
-  std::unique_ptr<TraceLine> line = TakeLine();
+void TraceWrite(const wchar_t* format, ...) noexcept {
   va_list arguments;
   va_start(arguments, format);
-  line->Format(format, arguments);
+  try {
+    std::unique_ptr<TraceLine> line = TakeLine();
+    line->Format(format, arguments);
+    ToDebugger(*line);
+    const MutexLock lock(traceMutex);
+    WriteLine(*line);
+    KeepLine(std::move(line));
+  } catch (const std::bad_alloc&) {
+  }
   va_end(arguments);
-  const MutexLock lock(traceMutex);
-  WriteText(*line);
-  KeepLine(std::move(line));
 }
 
-void StartTracing() {
+void StartTracing() noexcept {
   if (!PathFileExistsW(L"c:\\korvu")) CreateDirectoryW(L"c:\\korvu", nullptr);
-  // Under the lock as one step: no other thread's line may come before the opening one.
-  const MutexLock lock(traceMutex);
-  traceEnabled = true;
-  if (!traceFile) {
-    traceFileName = NewTraceFileName();
-    OpenTraceFile();
+  std::wstring name;
+  TraceLine opening;
+  try {
+    name = NewTraceFileName();
+    opening = FormatLine(L"Sending trace to file %ws\r\n", name.c_str());
+  } catch (const std::bad_alloc&) {
+    name.clear();  // the trace does without a file, as if it could not be opened
   }
-  WriteText(FormatLine(L"Sending trace to file %ws\r\n", traceFileName.c_str()));
+  {
+    // Under the lock as one step: no other thread's line may come before the opening one. The
+    // debugger comes afterwards, when tracing is on for good: its handler may switch it off again.
+    const MutexLock lock(traceMutex);
+    traceFileName.swap(name);
+    if (!traceFileName.empty()) OpenTraceFile();
+    traceEnabled = true;
+    WriteLine(opening);
+  }
+  ToDebugger(opening);
 }
 
-void StopTracing() {
-  // Under the lock as one step: no other thread's line may follow the closing one.
-  const MutexLock lock(traceMutex);
-  if (traceEnabled) {
-    WriteText(FormatLine(L"Closing Logging to %ws\r\n", traceFileName.c_str()));
+void StopTracing() noexcept {
+  TraceLine closing;
+  {
+    // Under the lock as one step: no other thread's line may follow the closing one.
+    const MutexLock lock(traceMutex);
+    try {
+      closing = FormatLine(L"Closing Logging to %ws\r\n", traceFileName.c_str());
+    } catch (const std::bad_alloc&) {
+    }
+    WriteLine(closing);
+    CloseTraceFile();
+    traceFileName.clear();
+    traceEnabled = false;
   }
-  CloseTraceFile();
-  traceFileName.clear();
-  traceEnabled = false;
+  ToDebugger(closing);
 }
 
 void ReleaseTrace() {

@@ -13,8 +13,8 @@ namespace KorvuISD {
 extern std::atomic<bool> traceEnabled;
 
 // Writes a text. Wide printf rules of the platform: %s and %ws take wide text, %hs narrow text, %d
-// 32 bits.
-void TraceWrite(const wchar_t* format, ...);
+// 32 bits. A text for which there is no memory is dropped, as one is that cannot be formatted.
+void TraceWrite(const wchar_t* format, ...) noexcept;
 
 // Traces if tracing is on; costs one test if it is off.
 template <class... Arguments>
@@ -26,9 +26,10 @@ void Trace(const wchar_t* format, Arguments... arguments) {
   if (traceEnabled.load(std::memory_order_relaxed)) TraceWrite(format, arguments...);
 }
 
-// Opens and closes the trace. Opening starts a file whose name tells the time of the opening.
-void StartTracing();
-void StopTracing();
+// Opens and closes the trace. Opening starts a file whose name tells the time of the opening. One
+// at a time, but for a call that the debugger's handler makes on the same thread.
+void StartTracing() noexcept;
+void StopTracing() noexcept;
 
 // Frees what tracing holds, when the library is unloaded and no thread is in it any more.
 void ReleaseTrace();
