@@ -8,8 +8,9 @@
 
 namespace KorvuISD {
 
-// Held while work on the client runs, callbacks included. Recursive, because work queues more work:
-// opening the pipes queues messages, and a callback may call any export.
+// Held while work on the client runs, callbacks included. Recursive, because work brings more work:
+// a callback may call any export. Nothing under it takes the loader's lock, which an application's
+// DllMain holds when it calls an export.
 extern RecursiveMutex g_apiMutex;
 
 // Runs `work` under g_apiMutex, unless `shuttingDown` is set by then. An empty function throws

@@ -22,8 +22,11 @@ namespace {
 
 constexpr DWORD kDuplexPipeWaitMs = 1000;
 
+// The platform's clock has 32 bits and starts again at the other end after 24.8 days, so only the
+// difference counts. Nor does a clock that steps back give any time back: the budget only shrinks.
 double ElapsedMs(std::clock_t from, std::clock_t to) {
-  return (static_cast<double>(to) - static_cast<double>(from)) * 1000.0 / CLOCKS_PER_SEC;
+  const uint32_t ticks = static_cast<uint32_t>(to) - static_cast<uint32_t>(from);
+  return std::max(static_cast<int32_t>(ticks), 0) * 1000.0 / CLOCKS_PER_SEC;
 }
 
 // Waits until an instance of the pipe is free. The budget counts the time inside WaitNamedPipeW
@@ -61,6 +64,16 @@ PipeHandle OpenPipe(const std::wstring& name, DWORD access) {
       CreateFileW(name.c_str(), access, 0, nullptr, OPEN_EXISTING, FILE_FLAG_OVERLAPPED, nullptr));
 }
 
+// What a connection starts with: the probe, and a request for every value that has a handler.
+std::deque<std::wstring> ConnectionBatch() {
+  std::deque<std::wstring> batch;
+  batch.emplace_back(kConnectionProbe);
+  for (const HandlerEntry& entry : g_settingHandlers) {
+    batch.push_back(BuildValueRequest(entry.key));
+  }
+  return batch;
+}
+
 }  // namespace
 
 KorvuISD_Error SettingsClient::Connect(uint32_t timeoutMs, Reconnection* reconnection) {
@@ -70,12 +83,14 @@ KorvuISD_Error SettingsClient::Connect(uint32_t timeoutMs, Reconnection* reconne
   if (!WaitForPipe(sendOnlyPipeName, timeoutMs, start)) return KorvuISD_ErrorFailed;
   if (reconnection) reconnection->foundService = true;
 
+  NextSyncThread next(shared_from_this());
   KorvuISD_Error result = KorvuISD_ErrorNone;
-  RunLocked([&]() REQUIRES(g_apiMutex) { OpenPipes(reconnection, result); });
+  RunLocked([&]() REQUIRES(g_apiMutex) { OpenPipes(reconnection, next, result); });
   return result;
 }
 
-void SettingsClient::OpenPipes(const Reconnection* reconnection, KorvuISD_Error& result) {
+void SettingsClient::OpenPipes(const Reconnection* reconnection, NextSyncThread& next,
+                               KorvuISD_Error& result) {
   if (reconnection) {
     // The application was quicker; its connection stands, with a sync thread of its own.
     if (reconnection->lost != connection) return;
@@ -86,23 +101,25 @@ void SettingsClient::OpenPipes(const Reconnection* reconnection, KorvuISD_Error&
     return;
   }
 
-  PipeHandle sendOnly;
   PipeHandle duplex;
+  PipeHandle sendOnly;  // the last one made is the first to go
   if (!OpenBothPipes(sendOnly, duplex)) {
     result = KorvuISD_ErrorFailed;
     return;
   }
 
   // Whatever waited was meant for a service that is gone; the batch asks for all values afresh.
+  std::deque<std::wstring> batch = ConnectionBatch();
   DiscardQueue();
+  // From here on nothing needs memory, so that a connection comes up whole or not at all.
+  outboundQueue.swap(batch);
   sendOnlyPipe = std::move(sendOnly);
   duplexPipe = std::move(duplex);
   isConnected = true;
   ResetEvent(sendEvent.Get());
-  EnqueueConnectionBatch();
+  SetEvent(sendEvent.Get());
 
-  if (StartSyncThread(shared_from_this(), connection + 1,
-                      reconnection ? reconnection->delayMs : 0)) {
+  if (next.Start(connection + 1, reconnection ? reconnection->delayMs : 0)) {
     ++connection;
   } else {
     // The pipes stay open: the service counts us as connected.
@@ -148,25 +165,13 @@ bool SettingsClient::OpenBothPipes(PipeHandle& sendOnly, PipeHandle& duplex) con
 
 void SettingsClient::DiscardQueue() {
   for (const std::wstring& message : outboundQueue) {
-    ManualCallbacks callbacks = manualRequests.Take(message);
-    // Answered by the next sync thread: manual callbacks run there, and outside the lock.
-    if (!callbacks.empty()) discardedRequests.push_back(std::move(callbacks));
+    // Answered by the next sync thread: manual callbacks run there, and outside the lock. Their
+    // place comes first: what has been taken out must not be lost for want of memory.
+    ManualCallbacks& callbacks = discardedRequests.emplace_back();
+    callbacks = manualRequests.Take(message);
+    if (callbacks.empty()) discardedRequests.pop_back();
   }
-  outboundQueue = {};
-}
-
-void SettingsClient::EnqueueConnectionBatch() {
-  std::vector<std::wstring> batch;
-  batch.reserve(g_settingHandlers.size() + 1);
-  batch.emplace_back(kConnectionProbe);
-  for (const HandlerEntry& entry : g_settingHandlers) {
-    const auto contains = [&](std::wstring_view part) {
-      return entry.key.find(part) != std::wstring_view::npos;
-    };
-    if (contains(L"ButtonFunctionAppPath") || contains(L"ButtonFunctionKeystrokes")) continue;
-    batch.push_back(BuildValueRequest(entry.key));
-  }
-  RunLocked([&]() REQUIRES(g_apiMutex) { EnqueueMessage(batch); });
+  outboundQueue.clear();
 }
 
 SettingsClient::Handles SettingsClient::HandlesOf(ConnectionNumber number) {

@@ -19,10 +19,17 @@ std::shared_ptr<SettingsClient> CurrentClient() {
   return g_client;
 }
 
+void SetAPIVersion(int32_t version) {
+  const MutexLock lock(clientMutex);
+  g_client->SetAPIVersion(version);
+}
+
 void ReplaceClient(const std::shared_ptr<SettingsClient>& old) {
   auto fresh = std::make_shared<SettingsClient>(old.get());
   const MutexLock lock(clientMutex);
-  if (g_client == old) g_client.swap(fresh);
+  if (g_client != old) return;
+  fresh->SetAPIVersion(old->APIVersion());  // it may have changed while the fresh one was made
+  g_client.swap(fresh);
 }
 
 void ReleaseClient() {

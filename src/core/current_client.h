@@ -1,6 +1,7 @@
 // The process-wide client that every export works on.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 
 #include "core/settings_client.h"
@@ -10,6 +11,10 @@ namespace KorvuISD {
 // Never null after loading. The caller's copy keeps the client alive, even if KorvuISD_Shutdown
 // replaces it meanwhile.
 std::shared_ptr<SettingsClient> CurrentClient();
+
+// Sets the API version of the current client. It outlives every client: a change that meets a
+// replacement is the fresh client's too.
+void SetAPIVersion(int32_t version);
 
 // Puts a fresh client in the place of `old`, unless somebody else already has.
 void ReplaceClient(const std::shared_ptr<SettingsClient>& old);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <memory>
 
 #include "KorvuTabletSettingsAPI.h"
 #include "core/current_client.h"
@@ -10,14 +11,23 @@
 using namespace KorvuISD;
 
 void KORVUISD_CALL KorvuISD_SetLogLevel(KorvuISD_LogLevel level) {
-  const auto client = CurrentClient();
-  client->RunLocked([&]() REQUIRES(g_apiMutex) { client->SetLogLevel(level); });
+  // A client that has been shut down meanwhile does nothing any more. The level is not its own, so
+  // the next one does it.
+  bool done = false;
+  std::shared_ptr<SettingsClient> previous;
+  for (auto client = CurrentClient(); !done && client != previous; client = CurrentClient()) {
+    client->RunLocked([&]() REQUIRES(g_apiMutex) {
+      SettingsClient::SetLogLevel(level);
+      done = true;
+    });
+    previous = client;
+  }
 }
 
 void KORVUISD_CALL KorvuISD_SetAPIVersion(int32_t version) {
   // Only the upper end is clamped: a negative version opens what 0 opens.
   const int32_t known = std::min<int32_t>(version, KORVUISD_API_VERSION_MAX);
-  CurrentClient()->SetAPIVersion(known);
+  SetAPIVersion(known);
   Trace(L"Using API Version: %d.\r\n", known);
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <new>
 #include <utility>
 
 #include "core/trace.h"
@@ -10,6 +11,10 @@
 
 namespace KorvuISD {
 namespace {
+
+// The process's, like the trace that it switches: a change that comes while one client gives way to
+// the next is a change for both.
+KorvuISD_LogLevel logLevel GUARDED_BY(g_apiMutex) = KorvuISD_LogLevelOff;
 
 // The service of each Windows session has pipes of its own.
 std::wstring PipeName(std::wstring_view prefix) {
@@ -21,8 +26,7 @@ std::wstring PipeName(std::wstring_view prefix) {
 }  // namespace
 
 SettingsClient::SettingsClient(const SettingsClient* predecessor)
-    : logLevel(predecessor ? predecessor->logLevel.load() : KorvuISD_LogLevelOff),
-      sendOnlyPipeName(PipeName(LR"(\\.\pipe\KorvuSettingsSyncherSendOnly_)")),
+    : sendOnlyPipeName(PipeName(LR"(\\.\pipe\KorvuSettingsSyncherSendOnly_)")),
       duplexPipeName(PipeName(LR"(\\.\pipe\KorvuSettingsSyncher_)")),
       sendEvent(CreateManualResetEvent()) {
   if (predecessor) model.apiVersion = predecessor->APIVersion();
@@ -35,7 +39,7 @@ void SettingsClient::StopAndWait() {
 }
 
 void SettingsClient::SetLogLevel(KorvuISD_LogLevel level) {
-  const KorvuISD_LogLevel previous = logLevel.exchange(level);
+  const KorvuISD_LogLevel previous = std::exchange(logLevel, level);
   const bool wasOn = previous != KorvuISD_LogLevelOff;
   const bool isOn = level != KorvuISD_LogLevelOff;
   if (isOn && !wasOn) StartTracing();
@@ -45,9 +49,11 @@ void SettingsClient::SetLogLevel(KorvuISD_LogLevel level) {
 void SettingsClient::DispatchValue(std::wstring_view key, const std::wstring& value) {
   try {
     UpdateLocal(key, value);
+  } catch (const std::bad_alloc&) {
+    throw;  // the value is as good as any, and only a new connection asks for it again
   } catch (const std::exception& failure) {
-    Trace(L"SyncThread: dropped the value of %s: %hs.\r\n", std::wstring(key).c_str(),
-          failure.what());
+    Trace(L"SyncThread: dropped the value of %.*s: %hs.\r\n", static_cast<int>(key.size()),
+          key.data(), failure.what());
   }
 }
 

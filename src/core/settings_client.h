@@ -28,6 +28,8 @@
 
 namespace KorvuISD {
 
+class NextSyncThread;
+
 // Counts the connections of a client: a sync thread whose number is no longer the client's has been
 // succeeded by another.
 using ConnectionNumber = uint64_t;
@@ -41,7 +43,7 @@ struct Reconnection {
 
 class SettingsClient : public std::enable_shared_from_this<SettingsClient> {
  public:
-  // Not connected, with the API version and log level of `predecessor`, if any.
+  // Not connected, with the API version of `predecessor`, if any.
   explicit SettingsClient(const SettingsClient* predecessor);
   SettingsClient(const SettingsClient&) = delete;
   SettingsClient& operator=(const SettingsClient&) = delete;
@@ -56,7 +58,7 @@ class SettingsClient : public std::enable_shared_from_this<SettingsClient> {
     KorvuISD::RunLocked(shuttingDown, std::cref(work));
   }
 
-  void SetLogLevel(KorvuISD_LogLevel level) REQUIRES(g_apiMutex);
+  static void SetLogLevel(KorvuISD_LogLevel level) REQUIRES(g_apiMutex);
   void SetAPIVersion(int32_t version) { model.apiVersion = version; }
   int32_t APIVersion() const { return model.apiVersion; }
 
@@ -68,7 +70,8 @@ class SettingsClient : public std::enable_shared_from_this<SettingsClient> {
   // replaces the one that was lost. Waits without the lock.
   KorvuISD_Error Connect(uint32_t timeoutMs, Reconnection* reconnection = nullptr);
 
-  // Appends to the queue and wakes the sync thread. The messages of one call stay together.
+  // Appends to the queue and wakes the sync thread. The messages of one call stay together, and
+  // without memory for all of them none is queued.
   void EnqueueMessage(std::wstring message) REQUIRES(g_apiMutex);
   void EnqueueMessage(std::span<std::wstring> messages) REQUIRES(g_apiMutex);
 
@@ -100,7 +103,7 @@ class SettingsClient : public std::enable_shared_from_this<SettingsClient> {
   Outgoing TakeMessage();
 
   // Hands a received value to the handler of its key. A value that does not convert is traced and
-  // dropped: it must not cost the application its process.
+  // dropped: it must not cost the application its process. Throws if there is no memory for it.
   void DispatchValue(std::wstring_view key, const std::wstring& value);
 
   // Manual requests that nobody will send any more.
@@ -119,14 +122,13 @@ class SettingsClient : public std::enable_shared_from_this<SettingsClient> {
   const ShutdownSignal& Shutdown() const { return shutdownSignal; }
 
  private:
-  void OpenPipes(const Reconnection* reconnection, KorvuISD_Error& result) REQUIRES(g_apiMutex);
+  void OpenPipes(const Reconnection* reconnection, NextSyncThread& next, KorvuISD_Error& result)
+      REQUIRES(g_apiMutex);
   bool OpenBothPipes(PipeHandle& sendOnly, PipeHandle& duplex) const;
   void DiscardQueue() REQUIRES(g_apiMutex);
-  void EnqueueConnectionBatch() REQUIRES(g_apiMutex);
   void UpdateLocal(std::wstring_view key, const std::wstring& value);
 
   std::atomic<bool> shuttingDown{false};
-  std::atomic<KorvuISD_LogLevel> logLevel;  // changed under g_apiMutex
 
   const std::wstring sendOnlyPipeName;
   const std::wstring duplexPipeName;

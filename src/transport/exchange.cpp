@@ -1,5 +1,6 @@
 #include "transport/exchange.h"
 
+#include <new>
 #include <utility>
 
 #include "core/trace.h"
@@ -24,10 +25,17 @@ size_t Exchange::SendJSON(HANDLE duplexPipe) {
   io.UseEvent(std::move(event));
 
   replyValue.clear();
-  bool succeeded = Write(duplexPipe, std::move(outgoing.message));
-  if (succeeded) {
-    ReceiveAck(duplexPipe);
-    succeeded = Judge(io.Written());
+  bool succeeded = false;
+  try {
+    succeeded = Write(duplexPipe, std::move(outgoing.message));
+    if (succeeded) {
+      ReceiveAck(duplexPipe);
+      succeeded = Judge(io.Written());
+    }
+  } catch (const std::bad_alloc&) {
+    // Whoever waits for the reply is told that there is none, as after any other failure.
+    AnswerManualRequest(outgoing.manualCallbacks, RequestPart(io.Written()), {});
+    throw;
   }
   if (!io.IsUnderway()) io.CloseEvent();
   if (!outgoing.manualCallbacks.empty()) {

@@ -21,7 +21,8 @@ class Exchange {
   static constexpr size_t kFailed = static_cast<size_t>(-1);
 
   // Sends the front message of the queue, if there is one, and deals with the reply. Returns the
-  // number of messages left in the queue, or kFailed: then the connection is lost.
+  // number of messages left in the queue, or kFailed: then the connection is lost. So it is when
+  // there is no memory, which throws.
   size_t SendJSON(HANDLE duplexPipe);
 
   // Ends what still runs on the pipe, so that the pipe can be closed.

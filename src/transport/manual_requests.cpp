@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <new>
 
 namespace KorvuISD {
 
@@ -9,7 +10,13 @@ void AnswerManualRequest(const ManualCallbacks& callbacks, std::wstring_view req
                          std::wstring_view replyValue) {
   if (callbacks.empty()) return;
   std::wstring text;
-  text.reserve(requestPart.size() + replyValue.size());
+  try {
+    text.reserve(requestPart.size() + replyValue.size());
+  } catch (const std::bad_alloc&) {
+    // The answer of a lost connection needs none.
+    AnswerManualRequest(callbacks, {}, {});
+    throw;
+  }
   text.append(requestPart).append(replyValue);
   for (const auto& [context, callback] : callbacks) {
     std::array<size_t, 2> partLengths = {requestPart.size(), replyValue.size()};

@@ -21,6 +21,14 @@ class ManualRequests {
     manualRequests[message][context] = callback;
   }
 
+  // As if Register had not been called.
+  void Forget(const std::wstring& message, void* context) {
+    const auto entry = manualRequests.find(message);
+    if (entry == manualRequests.end()) return;
+    entry->second.erase(context);
+    if (entry->second.empty()) manualRequests.erase(entry);
+  }
+
   // All callbacks of a message; several queued copies of it are answered together.
   ManualCallbacks Take(const std::wstring& message) {
     auto entry = manualRequests.extract(message);
@@ -34,7 +42,8 @@ class ManualRequests {
   All manualRequests;
 };
 
-// Hands the two parts of a reply to each callback.
+// Hands the two parts of a reply to each callback. Throws if there is no memory for their text;
+// then each callback has had two empty parts.
 void AnswerManualRequest(const ManualCallbacks& callbacks, std::wstring_view requestPart,
                          std::wstring_view replyValue);
 

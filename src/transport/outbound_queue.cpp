@@ -1,5 +1,7 @@
 // The queue of messages to the service: any thread appends, the sync thread takes.
 
+#include <cstddef>
+#include <new>
 #include <utility>
 
 #include "core/settings_client.h"
@@ -18,7 +20,13 @@ void SettingsClient::EnqueueMessage(std::wstring message) {
 }
 
 void SettingsClient::EnqueueMessage(std::span<std::wstring> messages) {
-  for (std::wstring& message : messages) outboundQueue.push_back(std::move(message));
+  const size_t before = outboundQueue.size();
+  try {
+    for (std::wstring& message : messages) outboundQueue.push_back(std::move(message));
+  } catch (const std::bad_alloc&) {
+    outboundQueue.resize(before);
+    throw;
+  }
   SetEvent(sendEvent.Get());
 }
 
@@ -27,7 +35,14 @@ void SettingsClient::SendManual(const wchar_t* message, void* context,
   if (APIVersion() < kManualRequestVersion) return;
   std::wstring text = message;
   RunLocked([&]() REQUIRES(g_apiMutex) { manualRequests.Register(text, context, callback); });
-  RunLocked([&]() REQUIRES(g_apiMutex) { EnqueueMessage(std::move(text)); });
+  try {
+    RunLocked([&]() REQUIRES(g_apiMutex) { EnqueueMessage(text); });
+  } catch (const std::bad_alloc&) {
+    // What is not sent is not answered either: the caller hears of it here and now.
+    const MutexLock lock(g_apiMutex);
+    manualRequests.Forget(text, context);
+    throw;
+  }
 }
 
 SettingsClient::Outgoing SettingsClient::TakeMessage() {

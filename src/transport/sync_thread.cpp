@@ -5,7 +5,8 @@
 // from an earlier turn is withdrawn first, because two reads must not share a buffer; one that
 // turns out to have finished keeps its place instead, or its announcement would be lost.
 //
-// Any failure but a malformed message ends the connection. The thread then answers the manual
+// Any failure but a malformed message ends the connection, and that there is no memory is one of
+// them: it must not cost the application its process. The thread then answers the manual
 // requests, closes the pipes and reconnects until it succeeds; the new connection has a thread of
 // its own, and this one ends.
 
@@ -13,6 +14,7 @@
 
 #include <algorithm>
 #include <array>
+#include <new>
 #include <string>
 #include <utility>
 
@@ -45,6 +47,7 @@ class SyncThread {
   enum class Turn { kNext, kShutdown, kLost };
   enum WaitIndex : DWORD { kShutdownIndex, kSendIndex, kReadIndex, kWaitCount };
 
+  Turn TakeTurnWithMemory();
   Turn TakeTurn();
   bool StartRead();
   Turn Send();
@@ -53,6 +56,7 @@ class SyncThread {
 
   DWORD Close();
   DWORD Reconnect();
+  bool Connect(Reconnection& reconnection);
   void Disconnect();
 
   SettingsClient& client;
@@ -63,6 +67,7 @@ class SyncThread {
   std::wstring message;  // the announcement that is being assembled
   std::wstring value;    // of the latest; like the message, it keeps its memory
   Exchange exchange;
+  bool ranOutOfMemory = false;
 };
 
 DWORD SyncThread::Run() {
@@ -84,7 +89,7 @@ DWORD SyncThread::Run() {
   }
 
   for (;;) {
-    switch (TakeTurn()) {
+    switch (TakeTurnWithMemory()) {
       case Turn::kNext:
         break;
       case Turn::kShutdown:
@@ -92,6 +97,16 @@ DWORD SyncThread::Run() {
       case Turn::kLost:
         return Reconnect();
     }
+  }
+}
+
+SyncThread::Turn SyncThread::TakeTurnWithMemory() {
+  try {
+    return TakeTurn();
+  } catch (const std::bad_alloc&) {
+    ranOutOfMemory = true;
+    Trace(L"SyncThread: out of memory.\r\n");
+    return Turn::kLost;
   }
 }
 
@@ -208,8 +223,10 @@ DWORD SyncThread::Reconnect() {
     AnswerManualRequest(callbacks, {}, {});
   }
 
-  // A service that never accepts the probe must not be stormed with connections.
-  Reconnection reconnection{number, exchange.ProbeAccepted() ? 0 : NextDelay(previousDelayMs)};
+  // A service that never accepts the probe must not be stormed with connections, nor must any while
+  // there is no memory to keep one.
+  const bool wasGood = exchange.ProbeAccepted() && !ranOutOfMemory;
+  Reconnection reconnection{number, wasGood ? 0 : NextDelay(previousDelayMs)};
   while (client.IsCurrent(number)) {
     if (reconnection.delayMs > 0) client.Shutdown().Pause(reconnection.delayMs);
     if (client.Shutdown().IsSignalled()) {
@@ -217,10 +234,19 @@ DWORD SyncThread::Reconnect() {
       return 0;
     }
     reconnection.foundService = false;
-    if (client.Connect(kReconnectTimeoutMs, &reconnection) == KorvuISD_ErrorNone) return 0;
+    if (Connect(reconnection)) return 0;
     reconnection.delayMs = reconnection.foundService ? NextDelay(reconnection.delayMs) : 0;
   }
   return 0;  // the application has connected meanwhile; that connection has its own thread
+}
+
+bool SyncThread::Connect(Reconnection& reconnection) {
+  try {
+    return client.Connect(kReconnectTimeoutMs, &reconnection) == KorvuISD_ErrorNone;
+  } catch (const std::bad_alloc&) {
+    Trace(L"SyncThread: out of memory.\r\n");
+    return false;
+  }
 }
 
 // Ends all I/O of this thread, so that its memory and then the pipes can go.
@@ -230,34 +256,42 @@ void SyncThread::Disconnect() {
   exchange.Withdraw();
 }
 
-struct ThreadStart {
+}  // namespace
+
+struct NextSyncThread::Parts {
   std::shared_ptr<SettingsClient> client;
-  ConnectionNumber number;
-  DWORD previousDelayMs;
   ModuleReference library;
+  ConnectionNumber number = 0;
+  DWORD previousDelayMs = 0;
 };
 
-DWORD RunAndRelease(std::unique_ptr<ThreadStart> start) {
-  SyncThread thread(*start->client, start->number, start->previousDelayMs);
+namespace {
+
+DWORD RunAndRelease(std::unique_ptr<NextSyncThread::Parts> parts) {
+  SyncThread thread(*parts->client, parts->number, parts->previousDelayMs);
   return thread.Run();
 }
 
 DWORD WINAPI SyncThreadMain(void* parameter) {
-  std::unique_ptr<ThreadStart> start(static_cast<ThreadStart*>(parameter));
-  ModuleReference library = std::move(start->library);
-  const DWORD status = RunAndRelease(std::move(start));
+  std::unique_ptr<NextSyncThread::Parts> parts(static_cast<NextSyncThread::Parts*>(parameter));
+  ModuleReference library = std::move(parts->library);
+  const DWORD status = RunAndRelease(std::move(parts));
   ModuleReference::EndThread(std::move(library), status);
 }
 
 }  // namespace
 
-bool StartSyncThread(std::shared_ptr<SettingsClient> client, ConnectionNumber number,
-                     DWORD previousDelayMs) {
-  auto start = std::make_unique<ThreadStart>(
-      ThreadStart{std::move(client), number, previousDelayMs, ModuleReference()});
-  const HANDLE thread = CreateThread(nullptr, 0, SyncThreadMain, start.get(), 0, nullptr);
+NextSyncThread::NextSyncThread(std::shared_ptr<SettingsClient> client)
+    : parts(new Parts{std::move(client), ModuleReference()}) {}
+
+NextSyncThread::~NextSyncThread() = default;
+
+bool NextSyncThread::Start(ConnectionNumber number, DWORD previousDelayMs) {
+  parts->number = number;
+  parts->previousDelayMs = previousDelayMs;
+  const HANDLE thread = CreateThread(nullptr, 0, SyncThreadMain, parts.get(), 0, nullptr);
   if (!thread) return false;
-  static_cast<void>(start.release());  // the thread has it now
+  static_cast<void>(parts.release());  // the thread has it now
   CloseHandle(thread);                 // nobody joins it
   return true;
 }

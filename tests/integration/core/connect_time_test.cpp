@@ -101,6 +101,39 @@ TEST_F(ConnectTime, AWaitLongerThanTheTimeoutDoesNotTurnTheBudgetNegative) {
   EXPECT_THAT(time.Steps(), ElementsAre("wait 2000"));
 }
 
+// After 24.8 days. What has passed before and after it adds up as at any other time.
+TEST_F(ConnectTime, AClockThatWrapsCountsOn) {
+  for (const int64_t ticksToWrap : {0, 100, 1000 * 1000}) {
+    trace->Forget();
+    FakeTime time(
+        library,
+        [](size_t, DWORD) {
+          return PipeWait{300, FALSE, ERROR_SEM_TIMEOUT};
+        },
+        ticksToWrap);
+    Connect(time, 4000, TimedOut(ERROR_SEM_TIMEOUT));
+    EXPECT_THAT(time.Steps(), ElementsAre("wait 4000", "sleep 1000", "wait 2400", "sleep 1000",
+                                          "wait 800", "sleep 500", "wait 0"));
+  }
+}
+
+TEST_F(ConnectTime, AClockThatStepsBackGivesNoTimeBack) {
+  FakeTime time(library, [](size_t round, DWORD) {
+    return PipeWait{round == 1 ? -5000 : 0, FALSE, ERROR_SEM_TIMEOUT};
+  });
+  Connect(time, 2000, TimedOut(ERROR_SEM_TIMEOUT));
+  EXPECT_THAT(time.Steps(), ElementsAre("wait 2000", "sleep 1000", "wait 2000", "sleep 1000",
+                                        "wait 1000", "sleep 1000", "wait 0"));
+}
+
+TEST_F(ConnectTime, TheLongestFiniteTimeoutSurvivesAClockThatStepsBack) {
+  FakeTime time(library, [](size_t round, DWORD) {
+    return PipeWait{round == 1 ? -90000 : 0, round == 2, ERROR_SEM_TIMEOUT};
+  });
+  Connect(time, 4294967294, kFound);
+  EXPECT_THAT(time.Steps(), ElementsAre("wait 4294967294", "sleep 1000", "wait 4294967294"));
+}
+
 TEST_F(ConnectTime, TheErrorInTheTraceIsThatOfTheLastWait) {
   FakeTime time(library, [](size_t round, DWORD) {
     return PipeWait{0, FALSE, round == 1 ? DWORD{ERROR_FILE_NOT_FOUND} : DWORD{ERROR_BAD_PATHNAME}};

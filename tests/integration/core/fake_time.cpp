@@ -10,17 +10,23 @@ struct FakeTime::State {
   Script script;
   // Not zero at the start: the process is older than the wait.
   int64_t nowMs = 700;
+  int64_t laterTicks = 0;
   size_t rounds = 0;
   std::vector<std::string> steps;
   std::vector<std::wstring> pipeNames;
 };
 
-FakeTime::FakeTime(const Library& library, Script script) : state(std::make_shared<State>()) {
+FakeTime::FakeTime(const Library& library, Script script, std::optional<int64_t> ticksToWrap)
+    : state(std::make_shared<State>()) {
+  constexpr int64_t kTicksPerMs = CLOCKS_PER_SEC / 1000;
   state->script = std::move(script);
+  const int64_t startTicks = ticksToWrap ? INT32_MAX - *ticksToWrap : state->nowMs * kTicksPerMs;
+  state->laterTicks = startTicks - state->nowMs * kTicksPerMs;
   const auto time = state;
   clockHook::Set(library, [time] {
     const std::lock_guard lock(time->mutex);
-    return static_cast<std::clock_t>(time->nowMs * (CLOCKS_PER_SEC / 1000));
+    const int64_t ticks = time->nowMs * kTicksPerMs + time->laterTicks;
+    return static_cast<std::clock_t>(static_cast<int32_t>(static_cast<uint32_t>(ticks)));
   });
   SleepHook::Set(library, [time](DWORD delayMs) {
     const std::lock_guard lock(time->mutex);

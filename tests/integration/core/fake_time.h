@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -26,7 +27,9 @@ class FakeTime {
   using Script = std::function<PipeWait(size_t round, DWORD timeoutMs)>;
 
   // Hooks clock, Sleep and WaitNamedPipeW; `script` is asked for each wait, from round 1.
-  FakeTime(const Library& library, Script script);
+  // The clock has 32 bits, like the platform's; with `ticksToWrap`, so many are left before it
+  // wraps.
+  FakeTime(const Library& library, Script script, std::optional<int64_t> ticksToWrap = {});
   ~FakeTime();
   FakeTime(const FakeTime&) = delete;
   FakeTime& operator=(const FakeTime&) = delete;

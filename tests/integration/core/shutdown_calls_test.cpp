@@ -50,6 +50,21 @@ TEST_F(ShutdownCalls, TheConnectionIsClosedPipesFirstAndTheEventsAfterThem) {
                   "CloseHandle " + kShutdownEvent, "CloseHandle " + kSendEvent));
 }
 
+// A service counts a client by its send-only pipe, so that is the first to go.
+TEST_F(ShutdownCalls, ALostConnectionIsClosedSendOnlyPipeFirstToo) {
+  PlatformLog log(library);
+  ConnectUnder(log);
+  log.Forget();
+  service.BreakBoth();
+  service.WaitForConnections(2);
+  service.WaitForBatch();
+  std::vector<std::string> closed;
+  for (const std::string& line : log.LinesOf("CloseHandle")) {
+    if (line.ends_with(kSendOnly) || line.ends_with(kDuplex)) closed.push_back(line);
+  }
+  EXPECT_THAT(closed, ElementsAre("CloseHandle " + kSendOnly, "CloseHandle " + kDuplex));
+}
+
 TEST_F(ShutdownCalls, TheThreadThatShutsDownSignalsEveryHundredMilliseconds) {
   PlatformLog log(library);
   ConnectUnder(log);
@@ -144,6 +159,41 @@ Gate* gateOfWork = nullptr;
 
 void KORVUISD_CALL StopInWork(void*, uint64_t) {
   gateOfWork->Pass();
+}
+
+// The connection has been closed by then, so nobody else waits for that thread.
+TEST_F(ShutdownCalls, ShutdownWaitsForARegistrationThatBeginsWhenTheConnectionIsClosed) {
+  ASSERT_EQ(library.KorvuISD_Connect(20000), KorvuISD_ErrorNone);
+  service.WaitForBatch();
+  // The thread that shuts down waits a hundred milliseconds between its looks; here, for the test.
+  const Gate gateOfWait;
+  SleepHook::Set(library, [gateOfWait](DWORD timeMs) {
+    if (timeMs == 100) gateOfWait.Pass();
+  });
+  std::atomic<bool> hasReturned = false;
+  std::thread shuttingDown([&] {
+    library.KorvuISD_Shutdown();
+    hasReturned = true;
+  });
+  EXPECT_TRUE(gateOfWait.WaitForArrival());
+  service.WaitForDisconnect();
+
+  Gate gate;
+  gateOfWork = &gate;
+  std::thread working([&] {
+    KorvuISD_Callbacks callbacks{};
+    callbacks.OnWedgeCapacity = &StopInWork;
+    library.KorvuISD_RegisterCallbacks(&callbacks, nullptr);
+  });
+  EXPECT_TRUE(gate.WaitForArrival());
+  gateOfWait.Open();
+  // Time enough for a wrong library to return; a right one waits anyway.
+  std::this_thread::sleep_for(std::chrono::milliseconds(300));
+  EXPECT_FALSE(hasReturned);
+  gate.Open();
+  working.join();
+  shuttingDown.join();
+  SleepHook::Clear();
 }
 
 // The work may use the client that is about to go.

@@ -35,6 +35,22 @@ TEST(CurrentClient, IsReplacedOnceHoweverManyAskForIt) {
   EXPECT_EQ(CurrentClient(), fresh);
 }
 
+// Whichever of the two comes first: nobody else sets it, so it is what was set last.
+TEST(CurrentClient, KeepsAVersionThatIsSetWhileItIsReplaced) {
+  std::atomic<bool> isOver = false;
+  std::thread replacing([&] {
+    while (!isOver) ReplaceClient(CurrentClient());
+  });
+  int lost = 0;
+  for (int32_t version = 0; version < 20000; ++version) {
+    SetAPIVersion(-version);
+    if (CurrentClient()->APIVersion() != -version) ++lost;
+  }
+  isOver = true;
+  replacing.join();
+  EXPECT_EQ(lost, 0);
+}
+
 TEST(CurrentClient, OutlivesItsReplacementWhileSomebodyUsesIt) {
   auto old = CurrentClient();
   old->SetAPIVersion(3);

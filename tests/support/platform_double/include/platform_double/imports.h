@@ -8,6 +8,7 @@
 
 #include <atomic>
 #include <ctime>
+#include <type_traits>
 
 #include "platform_double/functions.h"
 
@@ -48,6 +49,10 @@
 
 namespace platform_double {
 
+// How many calls of the library the current thread is inside. What it allocates there is the
+// platform's.
+inline constinit thread_local int callDepth = 0;
+
 template <class Signature>
 class Import;
 
@@ -58,7 +63,16 @@ class Import<Result(Arguments...)> {
 
   explicit constexpr Import(Function function) : function(function) {}
   Result operator()(Arguments... arguments) const {
-    return function.load(std::memory_order_acquire)(arguments...);
+    // By hand: a thread may leave FreeLibraryAndExitThread without coming back.
+    ++callDepth;
+    if constexpr (std::is_void_v<Result>) {
+      function.load(std::memory_order_acquire)(arguments...);
+      --callDepth;
+    } else {
+      const Result result = function.load(std::memory_order_acquire)(arguments...);
+      --callDepth;
+      return result;
+    }
   }
   void* Redirect(void* replacement) {
     return reinterpret_cast<void*>(
