@@ -24,6 +24,9 @@
  * - KorvuISD_Shutdown on a client that never connected does not return. Call it only after
  *   KorvuISD_Connect has answered KorvuISD_ErrorNone.
  * - KorvuISD_Shutdown must not be called from a callback: it waits for the thread that it is on.
+ * - KorvuISD_Shutdown does not return from `DllMain` or, while the process exits, from the
+ *   destructor of a static object in a DLL: Windows has ended the library's thread by then, or does
+ *   not let it end while the loader's lock is held. Call it before, or let the process end without.
  * - Value callbacks run on the library's thread with the library's lock held. Most functions here
  *   take that lock. So a callback must never wait for another thread that may be inside one of
  *   these functions. In particular, where callbacks are marshalled to a user-interface thread, they
@@ -37,9 +40,14 @@
  *
  * Every function may be called from any thread, and from inside a callback, unless its comment says
  * otherwise. One library-wide recursive lock serialises the work. No function but KorvuISD_Connect
- * and KorvuISD_Shutdown waits for the service: setters queue their messages and return. The library
- * has one thread of its own for each connection, the *library's thread*: it talks to the service
- * and calls the callbacks. It keeps the DLL loaded until it has ended.
+ * and KorvuISD_Shutdown waits for an answer of the service: setters queue their messages and
+ * return. But the lock is held while a connection is opened, also when a lost one is regained in
+ * the background, and that waits up to a second for the service's second pipe; until then every
+ * function that takes the lock waits, too. A thread that must never stall so long, such as that of
+ * a user interface, calls setters from another one. And a callback of the application holds up all
+ * of these functions for as long as it runs. The library has one thread of its own for each
+ * connection, the *library's thread*: it talks to the service and calls the callbacks. It keeps the
+ * DLL loaded until it has ended.
  *
  * ## Text and numbers
  *
@@ -52,7 +60,8 @@
  *
  * Sizes, offsets and the order of callbacks never change for an API version; later versions append.
  * All functions use the platform's standard calling convention. A C++ exception leaves a function
- * only where its comment says so, and a callback must not let one out.
+ * only where its comment says so, or as `std::bad_alloc` where there is no memory; of the messages
+ * of that call none is queued then. A callback must not let one out.
  */
 #ifndef KORVU_TABLET_SETTINGS_API_H
 #define KORVU_TABLET_SETTINGS_API_H
@@ -315,8 +324,8 @@ typedef void(KORVUISD_CALL* KorvuISD_TextCallback)(void* context, const wchar_t*
 /**
  * Receives the display zoom map.
  * @param context  as registered
- * @param entries  array of `count` entries, valid during the call; may be null if `count` is 0
- * @param count    number of entries
+ * @param entries  array of `count` entries, valid during the call; never null
+ * @param count    number of entries, 1 or more: an empty map is not reported
  */
 typedef void(KORVUISD_CALL* KorvuISD_ZoomMapCallback)(void* context,
                                                       const KorvuISD_ZoomMapEntry* entries,
@@ -392,7 +401,8 @@ typedef void(KORVUISD_CALL* ManualReplyCallback)(void* context, const wchar_t* t
  * over a record that ends after OnWedgeCapacity.
  *
  * A value callback comes when the value that the library holds has changed, on the library's
- * thread, with the library's lock held. The option lists, the monitors, OnFeatureSupport and
+ * thread, with the library's lock held. OnPenInfo comes for every word of a connected Bluetooth
+ * module. The option lists, the monitors, OnFeatureSupport and
  * OnCapturedKeystrokes come for every value that arrives, the same one again or an empty one too;
  * so each connection brings them once. OnWedgeCapacity, OnFirstRange and OnSecondRange come from
  * KorvuISD_RegisterCallbacks instead, on its caller's thread. Where several registrations stand,
@@ -404,9 +414,9 @@ typedef struct KorvuISD_Callbacks {
   /** Versions of the driver. Not called while either text has more than 16 code units. API 0. */
   KorvuISD_VersionsCallback OnVersions;
   /**
-   * A pen changed. A pen that is seen for the first time is not reported, unless a Bluetooth module
-   * waited for it. Where a module disconnects whose own record does not say so, the record of the
-   * pen at hand comes. API 0.
+   * A pen changed, or its Bluetooth module told something, new or not. A pen that is seen for the
+   * first time is not reported, unless a Bluetooth module waited for it. Where a module disconnects
+   * whose own record does not say so, the record of the pen at hand comes. API 0.
    */
   KorvuISD_PenInfoCallback OnPenInfo;
   /** The eraser's single press. API 0. */
@@ -585,8 +595,9 @@ KORVUISD_API KorvuISD_Error KORVUISD_CALL KorvuISD_Connect(uint32_t timeoutMs);
  * answered yet stay unanswered. Queued messages are not sent any more.
  *
  * On a client that never connected the function **does not return**: it waits for a thread that was
- * never started. While the service is away it returns only when the running attempt to reconnect
- * has ended, which takes up to 30 seconds.
+ * never started. Nor does it while the process exits, or in `DllMain`: the thread that it waits for
+ * has been ended, or cannot end. While the service is away it returns only when the running attempt
+ * to reconnect has ended, which takes up to 30 seconds.
  *
  * @threadsafety any thread of the application, but never inside a callback: it would wait for
  *               itself. Other threads may go on calling functions of the library.
@@ -651,8 +662,8 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SendManual(const wchar_t* message, void
  * @param value  the function; see ButtonFunctionValue. It is not read, and may be null, if `empty`
  *               is nonzero; otherwise null is forbidden.
  * @param empty  nonzero: an empty function is sent, which asks for the default
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, never for the
- *               service
+ * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
+ *               a second while a connection is being opened; see Threads
  * @ownership    `value` is read during the call only
  * @errors       none reported; dropped while the library shuts down
  * @callbacks    OnEraserSingle, later, on the library's thread, if the name changed
@@ -671,8 +682,8 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetEraserSinglePress(const ButtonFuncti
  * @param value  the function; see ButtonFunctionValue. It is not read, and may be null, if `empty`
  *               is nonzero; otherwise null is forbidden.
  * @param empty  nonzero: an empty function is sent, which asks for the default
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, never for the
- *               service
+ * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
+ *               a second while a connection is being opened; see Threads
  * @ownership    `value` is read during the call only
  * @errors       none reported; dropped while the library shuts down
  * @callbacks    OnEraserDouble, later, on the library's thread, if the name changed
@@ -691,8 +702,8 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetEraserDoublePress(const ButtonFuncti
  * @param value  the function; see ButtonFunctionValue. It is not read, and may be null, if `empty`
  *               is nonzero; otherwise null is forbidden.
  * @param empty  nonzero: an empty function is sent, which asks for the default
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, never for the
- *               service
+ * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
+ *               a second while a connection is being opened; see Threads
  * @ownership    `value` is read during the call only
  * @errors       none reported; dropped while the library shuts down
  * @callbacks    OnEraserLong, later, on the library's thread, if the name changed
@@ -711,8 +722,8 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetEraserLongPress(const ButtonFunction
  * @param value  the function; see ButtonFunctionValue. It is not read, and may be null, if `empty`
  *               is nonzero; otherwise null is forbidden.
  * @param empty  nonzero: an empty function is sent, which asks for the default
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, never for the
- *               service
+ * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
+ *               a second while a connection is being opened; see Threads
  * @ownership    `value` is read during the call only
  * @errors       none reported; dropped while the library shuts down
  * @callbacks    OnUpperSideSwitch, later, on the library's thread, if the name changed
@@ -730,8 +741,8 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetTopSinglePress(const ButtonFunctionV
  * @param value  0 off, 1 on; 32 bits, sent unchecked as unsigned decimal (-1 goes out as
  *               4294967295)
  * @param empty  nonzero: an empty value is sent, which asks for the default, and `value` is ignored
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, never for the
- *               service
+ * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
+ *               a second while a connection is being opened; see Threads
  * @ownership    nothing is kept
  * @errors       none reported; dropped while the library shuts down
  * @callbacks    OnUpperSideSwitch, later, on the library's thread, if the stored value changed
@@ -749,8 +760,8 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetTopHoverClick(int32_t value, int32_t
  * @param value  the function; see ButtonFunctionValue. It is not read, and may be null, if `empty`
  *               is nonzero; otherwise null is forbidden.
  * @param empty  nonzero: an empty function is sent, which asks for the default
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, never for the
- *               service
+ * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
+ *               a second while a connection is being opened; see Threads
  * @ownership    `value` is read during the call only
  * @errors       none reported; dropped while the library shuts down
  * @callbacks    OnLowerSideSwitch, later, on the library's thread, if the name changed
@@ -768,8 +779,8 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetBottomSinglePress(const ButtonFuncti
  * @param value  0 off, 1 on; 32 bits, sent unchecked as unsigned decimal (-1 goes out as
  *               4294967295)
  * @param empty  nonzero: an empty value is sent, which asks for the default, and `value` is ignored
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, never for the
- *               service
+ * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
+ *               a second while a connection is being opened; see Threads
  * @ownership    nothing is kept
  * @errors       none reported; dropped while the library shuts down
  * @callbacks    OnLowerSideSwitch, later, on the library's thread, if the stored value changed
@@ -787,8 +798,8 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetBottomHoverClick(int32_t value, int3
  * @param value  the function; see ButtonFunctionValue. It is not read, and may be null, if `empty`
  *               is nonzero; otherwise null is forbidden.
  * @param empty  nonzero: an empty function is sent, which asks for the default
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, never for the
- *               service
+ * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
+ *               a second while a connection is being opened; see Threads
  * @ownership    `value` is read during the call only
  * @errors       none reported; dropped while the library shuts down
  * @callbacks    OnAutoExecuteButton (API version 4), later, on the library's thread, if the name
@@ -814,8 +825,8 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetDockDetachAction(const ButtonFunctio
  * @param value  number of the pressure curve; 32 bits, sent unchecked as unsigned decimal (-1 goes
  *               out as 4294967295)
  * @param empty  nonzero: an empty value is sent, which asks for the default, and `value` is ignored
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, never for the
- *               service
+ * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
+ *               a second while a connection is being opened; see Threads
  * @ownership    nothing is kept
  * @errors       none reported; dropped while the library shuts down
  * @callbacks    OnPressureCurve, later, on the library's thread, if the stored value changed
@@ -832,8 +843,8 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetTipSensitivity(int32_t value, int32_
  * @param value  setting step; 32 bits, sent unchecked as unsigned decimal (-1 goes out as
  *               4294967295)
  * @param empty  nonzero: an empty value is sent, which asks for the default, and `value` is ignored
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, never for the
- *               service
+ * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
+ *               a second while a connection is being opened; see Threads
  * @ownership    nothing is kept
  * @errors       none reported; dropped while the library shuts down
  * @callbacks    OnTiltSensitivity, later, on the library's thread, if the stored value changed
@@ -850,8 +861,8 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetTiltSensitivity(int32_t value, int32
  * @param value  delay in the unit of the service; 32 bits, sent unchecked as unsigned decimal (-1
  *               goes out as 4294967295)
  * @param empty  nonzero: an empty value is sent, which asks for the default, and `value` is ignored
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, never for the
- *               service
+ * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
+ *               a second while a connection is being opened; see Threads
  * @ownership    nothing is kept
  * @errors       none reported; dropped while the library shuts down
  * @callbacks    OnBatteryAlertDelay, later, on the library's thread, if the stored value changed
@@ -868,8 +879,8 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetBatteryAlertDelay(int32_t value, int
  * @param value  0 off, 1 on; 32 bits, sent unchecked as unsigned decimal (-1 goes out as
  *               4294967295)
  * @param empty  nonzero: an empty value is sent, which asks for the default, and `value` is ignored
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, never for the
- *               service
+ * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
+ *               a second while a connection is being opened; see Threads
  * @ownership    nothing is kept
  * @errors       none reported; dropped while the library shuts down
  * @callbacks    OnPenAlertEnabled (API version 4), later, on the library's thread, if the stored
@@ -887,8 +898,8 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetPenAlert(int32_t value, int32_t empt
  * @param value  0 off, 1 on; 32 bits, sent unchecked as unsigned decimal (-1 goes out as
  *               4294967295)
  * @param empty  nonzero: an empty value is sent, which asks for the default, and `value` is ignored
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, never for the
- *               service
+ * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
+ *               a second while a connection is being opened; see Threads
  * @ownership    nothing is kept
  * @errors       none reported; dropped while the library shuts down
  * @callbacks    OnPenGesturesEnabled (API version 8), later, on the library's thread, if the stored
@@ -906,8 +917,8 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetPenGesturesEnabled(int32_t value, in
  * @param value  0 off, 1 on; 32 bits, sent unchecked as unsigned decimal (-1 goes out as
  *               4294967295)
  * @param empty  nonzero: an empty value is sent, which asks for the default, and `value` is ignored
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, never for the
- *               service
+ * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
+ *               a second while a connection is being opened; see Threads
  * @ownership    nothing is kept
  * @errors       none reported; dropped while the library shuts down
  * @callbacks    OnMagnifierEnabled (API version 8), later, on the library's thread, if the stored
@@ -925,8 +936,8 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetMagnifierEnabled(int32_t value, int3
  * @param value  0 off, 1 on; 32 bits, sent unchecked as unsigned decimal (-1 goes out as
  *               4294967295)
  * @param empty  nonzero: an empty value is sent, which asks for the default, and `value` is ignored
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, never for the
- *               service
+ * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
+ *               a second while a connection is being opened; see Threads
  * @ownership    nothing is kept
  * @errors       none reported; dropped while the library shuts down
  * @callbacks    OnPenDockPowerSaving (API version 4), later, on the library's thread, if the stored
@@ -944,8 +955,8 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetDockPowerSaving(int32_t value, int32
  * @param value  time in the unit of the service, 32 bits; a negative one is sent as 1, one above
  *               35791 as 35791
  * @param empty  nonzero: an empty value is sent, which asks for the default, and `value` is ignored
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, never for the
- *               service
+ * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
+ *               a second while a connection is being opened; see Threads
  * @ownership    nothing is kept
  * @errors       none reported; dropped while the library shuts down
  * @callbacks    OnUndockedTimerWait, later, on the library's thread, if the stored value changed
@@ -1024,8 +1035,8 @@ KORVUISD_API uint8_t KORVUISD_CALL KorvuISD_GetButtonIndex(uint32_t id);
  *               ignored
  * @param name   terminated display name, or null to let the service derive one; an empty one is
  *               sent as empty
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, never for the
- *               service
+ * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
+ *               a second while a connection is being opened; see Threads
  * @ownership    `value` and `name` are read during the call only
  * @errors       none reported; dropped while the library shuts down
  * @callbacks    OnRadialWedge, or OnRadialWedgeEx from API version 2 on, later, on the library's
@@ -1045,8 +1056,8 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetMenuOp(uint32_t id, const ButtonFunc
  *               higher one is not rejected but addresses the setting that comes next in the key
  *               table.
  * @param limit  number of wedges, 8 bits; sent unchecked
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, never for the
- *               service
+ * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
+ *               a second while a connection is being opened; see Threads
  * @ownership    nothing is kept
  * @errors       none reported; dropped while the library shuts down. A menu index so high that no
  *               key exists for it (116 or more) throws std::out_of_range, "invalid map<K, T> key",
@@ -1065,8 +1076,8 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetMenuButtonLimit(uint32_t id, uint8_t
  * @param value  0 off, 1 on; 32 bits, sent unchecked as unsigned decimal (-1 goes out as
  *               4294967295)
  * @param empty  nonzero: an empty value is sent, which asks for the default, and `value` is ignored
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, never for the
- *               service
+ * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
+ *               a second while a connection is being opened; see Threads
  * @ownership    nothing is kept
  * @errors       none reported; dropped while the library shuts down
  * @callbacks    OnCenterRightClick, later, on the library's thread, if the stored value changed
@@ -1089,8 +1100,8 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetMenuCenterRightClick(int32_t value, 
  * OnCapturedKeystrokes shows it as display text, and the library holds the sequence for
  * KorvuISD_FinishKeyCapture.
  *
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, never for the
- *               service
+ * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
+ *               a second while a connection is being opened; see Threads
  * @ownership    nothing is kept
  * @errors       none reported; dropped while the library shuts down
  * @callbacks    OnCapturedKeystrokes, for each announcement, on the library's thread
@@ -1114,8 +1125,8 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_StartKeyCapture(void);
  * @param buffer     receives the sequence, UTF-16; null is forbidden unless `codeUnits` is 0
  * @param codeUnits  length of `buffer` in code units, 64 bits; nothing is written beyond it, so at
  *                   0 nothing is written
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, never for the
- *               service
+ * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
+ *               a second while a connection is being opened; see Threads
  * @ownership    `buffer` is written during the call only
  * @errors       none reported; a sequence that was lost shows in the trace. While the library shuts
  *               down only the clearing happens.
@@ -1142,8 +1153,8 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_FinishKeyCapture(wchar_t* buffer, uint6
  * @param second  second pair
  * @param empty   nonzero: an empty value is sent, which asks for the default, and the pairs are
  *                ignored
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, never for the
- *               service
+ * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
+ *               a second while a connection is being opened; see Threads
  * @ownership    nothing is kept
  * @errors       none reported; dropped while the library shuts down
  * @callbacks    OnDisplayZoomMap, later, on the library's thread, if the stored value changed
@@ -1161,8 +1172,8 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetSlavedDisplayZoom(KorvuISD_ZoomPair 
  *
  * @param value  0 off, 1 on; 32 bits, sent unchecked as unsigned decimal (-1 goes out as
  *               4294967295)
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, never for the
- *               service
+ * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
+ *               a second while a connection is being opened; see Threads
  * @ownership    nothing is kept
  * @errors       none reported; dropped while the library shuts down
  * @callbacks    OnOpaqueEnabledGlobal, later, on the library's thread, if the stored value changed
@@ -1179,8 +1190,8 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetOpaqueModeEnabled(int32_t value);
  * @param orientation  0 to 3, as OnOpaqueOrientation reports it; any other value counts as 0
  * @param empty        nonzero: an empty value is sent, which asks for the default, and
  *                     `orientation` is ignored
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, never for the
- *               service
+ * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
+ *               a second while a connection is being opened; see Threads
  * @ownership    nothing is kept
  * @errors       none reported; dropped while the library shuts down
  * @callbacks    OnOpaqueOrientation, later, on the library's thread, if the stored value changed
@@ -1197,8 +1208,8 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetOpaqueModeOrientation(int32_t orient
  *
  * @param mode   0 or 1, as OnOpaqueInputMode reports it; any other value counts as 0
  * @param empty  nonzero: an empty value is sent, which asks for the default, and `mode` is ignored
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, never for the
- *               service
+ * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
+ *               a second while a connection is being opened; see Threads
  * @ownership    nothing is kept
  * @errors       none reported; dropped while the library shuts down
  * @callbacks    OnOpaqueInputMode, later, on the library's thread, if the stored value changed
@@ -1215,8 +1226,8 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetOpaqueModeInputMode(int32_t mode, in
  * @param mapping  0 or 1, as OnOpaqueMapping reports it; any other value counts as 0
  * @param empty    nonzero: an empty value is sent, which asks for the default, and `mapping` is
  *                 ignored
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, never for the
- *               service
+ * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
+ *               a second while a connection is being opened; see Threads
  * @ownership    nothing is kept
  * @errors       none reported; dropped while the library shuts down
  * @callbacks    OnOpaqueMapping, later, on the library's thread, if the stored value changed
@@ -1232,8 +1243,8 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetOpaqueModeMapping(int32_t mapping, i
  *
  * @param state  0 to 2; any other value counts as 0
  * @param empty  nonzero: an empty value is sent, which asks for the default, and `state` is ignored
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, never for the
- *               service
+ * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
+ *               a second while a connection is being opened; see Threads
  * @ownership    nothing is kept
  * @errors       none reported; dropped while the library shuts down
  * @callbacks    OnOpaqueInSetupGuide, later, on the library's thread, if the stored value changed
@@ -1250,8 +1261,8 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetOpaqueModeSetupState(int32_t state, 
  * @param value  0 off, 1 on; 32 bits, sent unchecked as unsigned decimal (-1 goes out as
  *               4294967295)
  * @param empty  nonzero: an empty value is sent, which asks for the default, and `value` is ignored
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, never for the
- *               service
+ * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
+ *               a second while a connection is being opened; see Threads
  * @ownership    nothing is kept
  * @errors       none reported; dropped while the library shuts down
  * @callbacks    OnOpaqueRememberDisplay, later, on the library's thread, if the stored value
@@ -1267,8 +1278,8 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetOpaqueModeSetupSave(int32_t value, i
  * Queues one set message and one value request, and returns before either is sent.
  *
  * @param path  terminated, sent as it stands; an empty one is sent as empty; null is forbidden
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, never for the
- *               service
+ * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
+ *               a second while a connection is being opened; see Threads
  * @ownership    `path` is read during the call only
  * @errors       none reported; dropped while the library shuts down
  * @callbacks    OnOpaqueDisplayPath, later, on the library's thread, if the stored value changed

@@ -42,8 +42,8 @@ SettingHandler TranslatedCode(IntegerField field, ValueSlot slot, Translation tr
   };
 }
 
-// The two middle pairs are crossed: the service counts its codes around the display, and this is
-// the inverse of what the setter sends.
+// Both pairs are crossed, 102 with 103 and 104 with 105: the service counts its codes around the
+// display, and this is the inverse of what the setter sends.
 int32_t OrientationFromService(int32_t serviceCode) {
   switch (serviceCode) {
     case 102:
