@@ -102,7 +102,7 @@ void SettingsClient::OpenPipes(const Reconnection* reconnection, NextSyncThread&
   }
 
   PipeHandle duplex;
-  PipeHandle sendOnly;  // the last one made is the first to go
+  PipeHandle sendOnly;  // made last, it goes first where there is no memory
   if (!OpenBothPipes(sendOnly, duplex)) {
     result = KorvuISD_ErrorFailed;
     return;
