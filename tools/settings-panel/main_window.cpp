@@ -33,8 +33,7 @@ constexpr std::array kPages = {MakePenPage, MakeButtonsPage, MakeRadialPage, Mak
 
 }  // namespace
 
-MainWindow::MainWindow(Mailbox& mailbox, bool isTracing)
-    : mailbox(mailbox), isTracing(isTracing), session(mailbox) {
+MainWindow::MainWindow(Mailbox& mailbox, bool isTracing) : mailbox(mailbox), session(mailbox) {
   const INITCOMMONCONTROLSEX controls{sizeof(controls), ICC_WIN95_CLASSES | ICC_STANDARD_CLASSES};
   InitCommonControlsEx(&controls);
 

@@ -44,7 +44,6 @@ class MainWindow {
   SIZE LeastSize() const;
 
   Mailbox& mailbox;
-  const bool isTracing;
   Session session;
   HWND window = nullptr;
   HWND tabs = nullptr;
