@@ -41,6 +41,19 @@ TEST_F(PanelButtonsPage, EveryButtonIsChosenFromItsListAndFollows) {
   }
 }
 
+TEST_F(PanelButtonsPage, AListThatIsLeftWithEscapeChangesNothing) {
+  const std::string key = "ButtonUpperSide\\ButtonSingle\\ButtonFunction";
+  const HWND list = panel->Control(L"Upper switch:");
+  service->Give("set " + key + " 12");
+  ASSERT_TRUE(Eventually([&] { return ChosenIn(list) == L"Show Radial Menu"; }));
+  PressKey(list, VK_F4);
+  PressKey(list, VK_HOME);
+  PressKey(list, VK_ESCAPE);
+  EXPECT_TRUE(Eventually([&] { return ChosenIn(list) == L"Show Radial Menu"; }));
+  EXPECT_EQ(panel->NoteOf(list), L"");
+  EXPECT_EQ(service->Stored(key), "12");
+}
+
 TEST_F(PanelButtonsPage, KeysAreTypedWhereTheFunctionWantsThem) {
   const HWND list = panel->Control(L"Upper switch:");
   const HWND keys = FieldOf(list, L"Keys");

@@ -134,6 +134,7 @@ void Session::Assign(const AssignmentTarget& target, int32_t code, const std::ws
   // The callback comes only where the name is another one; so the receipt is asked for.
   model.Want(target.functionKey, std::to_wstring(code), now);
   link.Ask(target.functionKey);
+  link.Ask(target.functionKey + tool::kNameOffset);
   if (text.empty()) return;
   const size_t textKey =
       target.functionKey + (WantsKeys(code) ? tool::kKeystrokesOffset : tool::kAppPathOffset);

@@ -62,6 +62,15 @@ TEST(PanelModel, TheAnswerThatNamesTheFunctionIsAReceipt) {
   EXPECT_FALSE(model.GetChanges().ArePending());
 }
 
+TEST(PanelModel, ANewFunctionInAnAnswerForgetsTheNameOfTheOldOne) {
+  Model model;
+  model.Apply(Button{kUpperButton, 3, L"Right Click"});
+  model.Apply(Answer{kUpperButton, L"3"});
+  EXPECT_EQ(model.AssignmentOf(kUpperButton).function.name, L"Right Click");
+  model.Apply(Answer{kUpperButton, L"0"});
+  EXPECT_EQ(model.AssignmentOf(kUpperButton).function, (Function{0, L""}));
+}
+
 TEST(PanelModel, AnEmptyOrBrokenFunctionAnswerKeepsTheFunction) {
   Model model;
   model.Apply(Button{kUpperButton, 3, L"Right Click"});

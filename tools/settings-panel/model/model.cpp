@@ -98,9 +98,12 @@ void Model::Read(const Answer& answer) {
     case tool::kKeystrokesOffset:
       assignment.keystrokes = answer.value;
       break;
-    default:
-      assignment.function.code = NumberIn(answer.value).value_or(assignment.function.code);
+    default: {
+      // With another function the name is another one, too, and comes after it.
+      const int32_t code = NumberIn(answer.value).value_or(assignment.function.code);
+      if (code != assignment.function.code) assignment.function = {code, L""};
       break;
+    }
   }
   Tell(answer.key, answer.value);
 }

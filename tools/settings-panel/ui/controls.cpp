@@ -33,6 +33,11 @@ void SetShown(HWND window, bool isShown) {
   if (is != isShown) ShowWindow(window, isShown ? SW_SHOWNA : SW_HIDE);
 }
 
+bool IsChoice(HWND list, WORD notification) {
+  if (notification == CBN_SELENDOK) return true;
+  return notification == CBN_SELCHANGE && SendMessageW(list, CB_GETDROPPEDSTATE, 0, 0) == 0;
+}
+
 void Place(HWND window, const Box& box) {
   SetWindowPos(window, nullptr, box.left, box.top, box.Width(), box.Height(),
                SWP_NOZORDER | SWP_NOACTIVATE);

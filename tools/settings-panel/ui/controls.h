@@ -19,6 +19,9 @@ std::wstring TextOf(HWND window);
 void SetText(HWND window, const std::wstring& text);
 void SetEnabled(HWND window, bool isEnabled);
 void SetShown(HWND window, bool isShown);
+// Whether a list's notification tells of a choice. While it is open, arrows only look around in it,
+// and Escape or a click elsewhere leaves things as they were.
+bool IsChoice(HWND list, WORD notification);
 void Place(HWND window, const Box& box);
 
 }  // namespace panel

@@ -133,7 +133,7 @@ void DisplayRow::Show(const Session& session) {
 bool DisplayRow::OnCommand(Session& session, HWND control, WORD code) {
   if (control != list) return false;
   const LRESULT place = SendMessageW(list, CB_GETCURSEL, 0, 0);
-  if (code == CBN_SELCHANGE && place >= 0) {
+  if (IsChoice(list, code) && place >= 0) {
     session.SetDisplayPath(monitors.at(static_cast<size_t>(place)).path);
   }
   return true;

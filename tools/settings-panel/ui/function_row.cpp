@@ -150,7 +150,7 @@ void FunctionRow::ShowApplications(const Session& session, bool isWanted) {
 
 bool FunctionRow::OnCommand(Session& session, HWND control, WORD code) {
   if (control == list) {
-    if (code == CBN_SELCHANGE) AssignChosen(session);
+    if (IsChoice(list, code)) AssignChosen(session);
     return true;
   }
   if (control == record) {
@@ -170,7 +170,7 @@ bool FunctionRow::OnCommand(Session& session, HWND control, WORD code) {
   if (control != application) return false;
   if (code == CBN_EDITCHANGE) isApplicationTyped = true;
   if (code == CBN_KILLFOCUS || code == kCommit) CommitText(session, application);
-  if (code == CBN_SELCHANGE) {
+  if (IsChoice(application, code)) {
     const LRESULT place = SendMessageW(application, CB_GETCURSEL, 0, 0);
     if (place < 0) return true;
     isApplicationTyped = false;

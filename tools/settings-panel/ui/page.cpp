@@ -6,6 +6,9 @@ namespace panel {
 namespace {
 
 constexpr wchar_t kPageClass[] = L"KorvuSettingsPage";
+// Posted by the page to itself: a list that closes puts its selection back after it has told so.
+constexpr UINT kShowAgain = WM_APP + 1;
+
 constexpr int kRowGap = 7;
 constexpr int kColumnGap = 8;
 constexpr int kWidestControl = 480;
@@ -114,8 +117,12 @@ LRESULT Page::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
           ask([&](const auto& row) { return row->OnCommand(session, control, HIWORD(wParam)); });
       if (!isRows) OnCommand(control, HIWORD(wParam));
       Show();
+      if (HIWORD(wParam) == CBN_CLOSEUP) PostMessageW(window, kShowAgain, 0, 0);
       return 0;
     }
+    case kShowAgain:
+      Show();
+      return 0;
     case WM_HSCROLL:
       ask([&](const auto& row) { return row->OnScroll(session, control, LOWORD(wParam)); });
       Show();

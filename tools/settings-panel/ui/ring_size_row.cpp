@@ -41,7 +41,7 @@ void RingSizeRow::Show(const Session& session) {
 bool RingSizeRow::OnCommand(Session& session, HWND control, WORD code) {
   if (control != list) return false;
   const LRESULT place = SendMessageW(list, CB_GETCURSEL, 0, 0);
-  if (code == CBN_SELCHANGE && place >= 0) session.SetRingSize(ring, static_cast<int>(place) + 1);
+  if (IsChoice(list, code) && place >= 0) session.SetRingSize(ring, static_cast<int>(place) + 1);
   return true;
 }
 

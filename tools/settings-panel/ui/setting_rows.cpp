@@ -175,7 +175,7 @@ void ChoiceRow::Show(const Session& session) {
 
 bool ChoiceRow::OnCommand(Session& session, HWND control, WORD code) {
   if (control != list) return false;
-  if (code == CBN_SELCHANGE) {
+  if (IsChoice(list, code)) {
     const LRESULT place = SendMessageW(list, CB_GETCURSEL, 0, 0);
     if (place >= 0) session.SetNumber(setting, setting.minimum + static_cast<int32_t>(place));
   }
