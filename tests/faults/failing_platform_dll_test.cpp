@@ -13,8 +13,6 @@ using namespace support;
 
 namespace {
 
-constexpr int kTiltSensitivitySlot = 8;
-
 // The locks of the C++ runtime use the platform's calls, too, and do not outlive their failure.
 bool IsOfRuntime(HANDLE handle, auto...) {
   return IsRuntimeHandle(handle);

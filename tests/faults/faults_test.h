@@ -18,6 +18,8 @@
 
 namespace support {
 
+inline constexpr int kTiltSensitivitySlot = 8;
+
 class FaultsTest : public testing::Test {
  protected:
   void SetUp() override;

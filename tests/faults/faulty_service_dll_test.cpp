@@ -10,7 +10,6 @@ using namespace support;
 namespace {
 
 constexpr int kPressureCurveSlot = 7;
-constexpr int kTiltSensitivitySlot = 8;
 
 struct Fault {
   const char* name;

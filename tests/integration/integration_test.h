@@ -15,10 +15,22 @@
 
 namespace support {
 
+// The setting that tests change when any will do, and the slot of its callback.
+inline constexpr int kTilt = 115;
+inline constexpr int kTiltSlot = 8;
+
 class IntegrationTest : public testing::Test {
  protected:
-  // The test process ends without a shutdown, as an application may; a test that wants one calls
-  // it.
+  // An earlier test of this process may have had calls.
+  IntegrationTest() {
+    recorder.WhenCalled({});
+    recorder.Forget();
+  }
+
+  void TearDown() override { Library::EndIfShared(); }
+
+  // A test's own process ends without a shutdown, as an application may; a test that wants one
+  // calls it.
   static const std::wstring& Key(int index) {
     static const std::map<int, std::wstring> keys = expected::SettingKeys();
     return keys.at(index);

@@ -32,6 +32,12 @@ bool IsRuntimeHandle(HANDLE handle);
 // Records the handles that the C++ runtime makes for itself. Called by Hook.
 void WatchRuntimeHandles(const Library& library);
 
+// From now on all calls go through again. For the library's end, which its test does not see.
+void ClearHooks();
+
+// `clear` ends a hook. Called by Hook, once for each function.
+void AddHook(void (*clear)());
+
 // One hooked function. `Name` is a type with `static constexpr const char* kName` and
 // the type `Function` (a pointer to the platform's function). There is one hook per function in a
 // process; a replacement set later takes the place of the one before.
@@ -65,10 +71,13 @@ class Hook {
     WatchRuntimeHandles(library);
     {
       const std::lock_guard lock(mutex);
+      if (kept.empty()) AddHook(&Clear);
       kept.push_back(std::make_unique<const Replacement>(std::move(replacement)));
       current = kept.back().get();
     }
-    if (!real) real = RedirectImport(library, Name::kName, reinterpret_cast<void*>(&Own::Call));
+    if (redirectedIn == library.Number()) return;
+    redirectedIn = library.Number();
+    real = RedirectImport(library, Name::kName, reinterpret_cast<void*>(&Own::Call));
   }
 
   // From now on the library's calls go through again.
@@ -91,6 +100,7 @@ class Hook {
   // takes its place, and a call that ends its thread never comes back out of it.
   inline static auto& kept = *new std::vector<std::unique_ptr<const Replacement>>;
   inline static std::atomic<void*> real = nullptr;
+  inline static std::atomic<int> redirectedIn = 0;  // which library of this process
 };
 
 #define KORVU_HOOK(function)                        \

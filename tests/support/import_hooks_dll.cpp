@@ -85,14 +85,12 @@ bool IsRuntimeHandle(HANDLE handle) {
 }
 
 void WatchRuntimeHandles(const Library& library) {
-  static const bool watching = [&] {
-    realCreateEventA =
-        RedirectImport(library, "CreateEventA", reinterpret_cast<void*>(&WatchedCreateEventA));
-    realCreateSemaphoreA = RedirectImport(library, "CreateSemaphoreA",
-                                          reinterpret_cast<void*>(&WatchedCreateSemaphoreA));
-    return true;
-  }();
-  static_cast<void>(watching);
+  static std::atomic<int> watched = 0;
+  if (watched.exchange(library.Number()) == library.Number()) return;
+  realCreateEventA =
+      RedirectImport(library, "CreateEventA", reinterpret_cast<void*>(&WatchedCreateEventA));
+  realCreateSemaphoreA = RedirectImport(library, "CreateSemaphoreA",
+                                        reinterpret_cast<void*>(&WatchedCreateSemaphoreA));
 }
 
 }  // namespace support

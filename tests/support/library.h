@@ -5,13 +5,11 @@
 
 #include "KorvuTabletSettingsAPI.h"
 
-// The named exports.
+// The named exports but those that begin and end a connection.
 #define KORVU_NAMED_EXPORTS(X)         \
   X(KorvuISD_SetLogLevel)              \
   X(KorvuISD_SetAPIVersion)            \
   X(KorvuISD_RegisterCallbacks)        \
-  X(KorvuISD_Connect)                  \
-  X(KorvuISD_Shutdown)                 \
   X(KorvuISD_BuildMenuButtonId)        \
   X(KorvuISD_GetMenuIndex)             \
   X(KorvuISD_GetButtonIndex)           \
@@ -48,18 +46,34 @@
 namespace support {
 
 // Loads the DLL and looks its exports up by name, and the nameless one by its ordinal. By default
-// the process gets a session of its own first, so that tests side by side do not meet on the pipes.
+// it gets a session of its own first, so that tests side by side do not meet on the pipes.
+//
+// Where tests share a process, each brings its library to an end with EndIfShared; what is left is
+// the next one's to end. Which is why no two of them may be used at a time.
 class Library {
  public:
   enum class Session { kOwn, kUnreadable };
   explicit Library(Session session = Session::kOwn);
   Library(const Library&) = delete;
   Library& operator=(const Library&) = delete;
-  // Leaves the DLL loaded: its end is the process's, as in most applications.
+  // Leaves the DLL loaded: its end is the process's, as in most applications, or the next
+  // library's.
   ~Library() = default;
 
   void Unload();
   HMODULE Module() const { return module; }
+
+  // Counts the libraries of this process: what was done to the DLL of one is not done to the
+  // next's.
+  int Number() const { return number; }
+
+  // If more tests run in this process: shuts the library down, if it has a connection, and unloads
+  // it. While its service still stands: without one, a library that reconnects takes its time to
+  // end.
+  static void EndIfShared();
+
+  KorvuISD_Error KorvuISD_Connect(uint32_t timeoutMs) const;
+  void KorvuISD_Shutdown() const;
 
 #define KORVU_DECLARE(name) decltype(&::name) name = nullptr;
   KORVU_NAMED_EXPORTS(KORVU_DECLARE)
@@ -68,6 +82,7 @@ class Library {
 
  private:
   HMODULE module = nullptr;
+  int number = 0;
 };
 
 }  // namespace support

@@ -32,6 +32,7 @@ Library::Library(Session session) {
     MakeSessionUnreadable();
   }
   MakeClientOnce();
+  number = 1;
   module = platform_double::LoadLinkedLibrary(&DllMain);
 #define KORVU_TAKE(name) name = &::name;
   KORVU_NAMED_EXPORTS(KORVU_TAKE)
@@ -46,6 +47,17 @@ void Library::Unload() {
     std::abort();
   }
   module = nullptr;
+}
+
+// Each test has a process of its own.
+void Library::EndIfShared() {}
+
+KorvuISD_Error Library::KorvuISD_Connect(uint32_t timeoutMs) const {
+  return ::KorvuISD_Connect(timeoutMs);
+}
+
+void Library::KorvuISD_Shutdown() const {
+  ::KorvuISD_Shutdown();
 }
 
 }  // namespace support

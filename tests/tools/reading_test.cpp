@@ -8,7 +8,7 @@
 
 using namespace support;
 using testing::HasSubstr;
-using Json = nlohmann::ordered_json;
+using OrderedJson = nlohmann::ordered_json;
 
 namespace {
 
@@ -83,22 +83,24 @@ TEST_F(Reading, StatusShowsWhatHasChangedSince) {
 TEST_F(Reading, StatusAsJsonHoldsTheSame) {
   const Ending ending = RunTool({"status", "--json"});
   ASSERT_EQ(ending.exitCode, 0) << ending.errors;
-  const Json status = Json::parse(ending.output);
-  EXPECT_EQ(status["versions"], Json::parse(R"({"service":"6.4.2-17","hidRouter":"2.11.0-4"})"));
-  EXPECT_EQ(status["features"], Json::parse(R"({"dockable":true,"opaqueMode":true})"));
-  EXPECT_EQ(status["pens"], Json::parse(R"([{"serialNumber":"4E7A10C3","penId":"100237",
+  const OrderedJson status = OrderedJson::parse(ending.output);
+  EXPECT_EQ(status["versions"],
+            OrderedJson::parse(R"({"service":"6.4.2-17","hidRouter":"2.11.0-4"})"));
+  EXPECT_EQ(status["features"], OrderedJson::parse(R"({"dockable":true,"opaqueMode":true})"));
+  EXPECT_EQ(status["pens"], OrderedJson::parse(R"([{"serialNumber":"4E7A10C3","penId":"100237",
       "penType":4128,"vendorId":77,"inProximity":false,"docked":false,"batteryStatus":80,
       "batteryCharging":0,"firmwareVersion":"1.12","sensorId":1042,"moduleConnected":true,
       "module":{"id":"BT-5C0F19","serialNumber":"4E7A10C3","version":"3.0.7",
       "productId":913}}])"));
-  EXPECT_EQ(status["settings"], Json::parse(R"({"tip-sensitivity":3,"tilt-sensitivity":12,
+  EXPECT_EQ(status["settings"], OrderedJson::parse(R"({"tip-sensitivity":3,"tilt-sensitivity":12,
       "upper-hover-click":true,"lower-hover-click":true,"battery-alert-delay":30,"pen-alert":true,
       "pen-gestures":true,"magnifier":true,"dock-power-saving":true,"dock-alert-time":15,
       "center-right-click":true,"menu-limit":[8,6]})"));
-  EXPECT_EQ(status["opaque"], Json::parse(R"({"enable":true,"orientation":1,"input-mode":1,
+  EXPECT_EQ(status["opaque"], OrderedJson::parse(R"({"enable":true,"orientation":1,"input-mode":1,
       "mapping":1,"in-setup-guide":true,"setup-save":true,
       "display-path":"\\\\.\\DISPLAY2"})"));
-  EXPECT_EQ(status["buttons"]["dock-detach"], Json::parse(R"({"function":41,"name":"New Note"})"));
+  EXPECT_EQ(status["buttons"]["dock-detach"],
+            OrderedJson::parse(R"({"function":41,"name":"New Note"})"));
   EXPECT_EQ(status["buttons"].size(), 6u);
 }
 
@@ -130,7 +132,7 @@ TEST_F(Reading, AnEmptyValueIsAnEmptyLine) {
 TEST_F(Reading, ListAsJsonHasEveryValueAsTheServiceHoldsIt) {
   const Ending ending = RunTool({"list", "--json"});
   ASSERT_EQ(ending.exitCode, 0) << ending.errors;
-  const Json list = Json::parse(ending.output);
+  const OrderedJson list = OrderedJson::parse(ending.output);
   EXPECT_EQ(list.size(), 151u);
   for (const auto& [key, value] : list.items()) EXPECT_EQ(service.Stored(key), value) << key;
 }

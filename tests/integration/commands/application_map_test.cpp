@@ -11,7 +11,6 @@ using namespace support;
 
 namespace {
 
-constexpr int kEraserSingle = 13;
 constexpr int kRunAppOptionsSlot = 14;
 
 class ApplicationMap : public ConnectedCommandsTest {

@@ -9,24 +9,24 @@ using namespace support;
 
 namespace {
 
-struct Row {
+struct ButtonRow {
   const char* name;
   void (KORVUISD_CALL* Library::*setter)(const ButtonFunctionValue*, int32_t);
   int index;
   std::wstring keyEnd;
 };
 
-void PrintTo(const Row& row, std::ostream* out) {
+void PrintTo(const ButtonRow& row, std::ostream* out) {
   *out << row.name;
 }
 
 #define SETTER(name) #name, &Library::name
 
-class ButtonSetter : public ConnectedCommandsTest, public testing::WithParamInterface<Row> {
+class ButtonSetter : public ConnectedCommandsTest, public testing::WithParamInterface<ButtonRow> {
  protected:
   void SetUp() override {
     ConnectedCommandsTest::SetUp();
-    const Row& row = GetParam();
+    const ButtonRow& row = GetParam();
     ASSERT_TRUE(Key(row.index).ends_with(L"\\" + row.keyEnd + L"\\\\ButtonFunction"));
     ASSERT_TRUE(Key(AppPath()).ends_with(row.keyEnd + L"\\\\ButtonFunctionAppPath"));
     ASSERT_TRUE(Key(Name()).ends_with(row.keyEnd + L"\\\\ButtonFunctionName"));
@@ -147,12 +147,12 @@ TEST_P(ButtonSetter, HasTakenTheRecordWhenItReturns) {
 INSTANTIATE_TEST_SUITE_P(
     EveryRow, ButtonSetter,
     testing::Values(
-        Row{SETTER(KorvuISD_SetEraserSinglePress), 13,  L"ButtonBTEraserEnd\\\\ButtonSingle"},
-        Row{SETTER(KorvuISD_SetEraserDoublePress), 17,  L"ButtonBTEraserEnd\\\\ButtonDouble"},
-        Row{SETTER(KorvuISD_SetEraserLongPress),   21,  L"ButtonBTEraserEnd\\\\ButtonLong"},
-        Row{SETTER(KorvuISD_SetTopSinglePress),    25,  L"ButtonUpperSide\\\\ButtonSingle"},
-        Row{SETTER(KorvuISD_SetBottomSinglePress), 30,  L"ButtonLowerSide\\\\ButtonSingle"},
-        Row{SETTER(KorvuISD_SetDockDetachAction),  142, L"ComponentsTablet\\\\ButtonAutoExecute\\\\ButtonSingle"}));
+        ButtonRow{SETTER(KorvuISD_SetEraserSinglePress), 13,  L"ButtonBTEraserEnd\\\\ButtonSingle"},
+        ButtonRow{SETTER(KorvuISD_SetEraserDoublePress), 17,  L"ButtonBTEraserEnd\\\\ButtonDouble"},
+        ButtonRow{SETTER(KorvuISD_SetEraserLongPress),   21,  L"ButtonBTEraserEnd\\\\ButtonLong"},
+        ButtonRow{SETTER(KorvuISD_SetTopSinglePress),    25,  L"ButtonUpperSide\\\\ButtonSingle"},
+        ButtonRow{SETTER(KorvuISD_SetBottomSinglePress), 30,  L"ButtonLowerSide\\\\ButtonSingle"},
+        ButtonRow{SETTER(KorvuISD_SetDockDetachAction),  142, L"ComponentsTablet\\\\ButtonAutoExecute\\\\ButtonSingle"}));
 // clang-format on
 
 }  // namespace

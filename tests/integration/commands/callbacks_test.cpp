@@ -12,13 +12,7 @@ using namespace support;
 
 namespace {
 
-constexpr int kKeystrokesEntities = 117;
-constexpr int kKeystrokes = 118;
-constexpr int kCapturedKeystrokesSlot = 12;
 constexpr int kWedgeCapacitySlot = 22;
-
-const std::wstring kSwitchOn = LR"({"ComponentsDriver\\BTButtonHandler\\KeystrokeCapture":"1"})";
-const std::wstring kSwitchOff = LR"({"ComponentsDriver\\BTButtonHandler\\KeystrokeCapture":"0"})";
 
 // One setter of every kind, the capture included.
 class SettersInCallbacks : public CommandsTest {

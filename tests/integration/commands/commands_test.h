@@ -20,9 +20,18 @@ using Messages = std::vector<std::wstring>;
 // The empty flag is any 32-bit number but zero; these would be lost in a byte, or by their sign.
 inline constexpr int32_t kFlags[] = {1, 2, -1, 256, 65536, INT32_MAX, INT32_MIN};
 
+inline constexpr int kEraserSingle = 13;
 inline constexpr int kTiltSensitivity = 115;
 inline constexpr int kTipSensitivity = 116;
-inline constexpr int kTiltSlot = 8;
+inline constexpr int kKeystrokesEntities = 117;
+inline constexpr int kKeystrokes = 118;
+inline constexpr int kCapturedKeystrokesSlot = 12;
+
+// The messages that switch the capture of keystrokes on and off.
+inline const std::wstring kSwitchOn =
+    LR"({"ComponentsDriver\\BTButtonHandler\\KeystrokeCapture":"1"})";
+inline const std::wstring kSwitchOff =
+    LR"({"ComponentsDriver\\BTButtonHandler\\KeystrokeCapture":"0"})";
 
 // A ButtonFunctionValue in a block that is not a byte larger than the code, the text and its
 // terminator: whoever reads more reads what is not ours.

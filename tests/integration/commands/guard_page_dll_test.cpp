@@ -12,8 +12,6 @@ using namespace support;
 
 namespace {
 
-constexpr int kKeystrokesEntities = 117;
-
 class RecordAtTheEndOfMemory : public ConnectedCommandsTest {
  protected:
   // A record that ends where the memory ends: with its text if it has one, else before it.

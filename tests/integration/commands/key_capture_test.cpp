@@ -12,13 +12,7 @@ using namespace support;
 
 namespace {
 
-constexpr int kKeystrokesEntities = 117;
-constexpr int kKeystrokes = 118;
-constexpr int kCapturedKeystrokesSlot = 12;
 const std::wstring kTooSmall = L"Key capture buffer too small.\r\n";
-
-const std::wstring kSwitchOn = LR"({"ComponentsDriver\\BTButtonHandler\\KeystrokeCapture":"1"})";
-const std::wstring kSwitchOff = LR"({"ComponentsDriver\\BTButtonHandler\\KeystrokeCapture":"0"})";
 
 using Bytes = std::vector<unsigned char>;
 

@@ -12,8 +12,6 @@ using namespace support;
 
 namespace {
 
-constexpr int kKeystrokesEntities = 117;
-
 class StalledCalls : public CommandsTest {
  protected:
   void SetUp() override {

@@ -18,7 +18,7 @@ struct Sample {
 };
 using Samples = std::vector<Sample>;
 
-struct Row {
+struct ValueRow {
   const char* name;
   void (KORVUISD_CALL* Library::*setter)(int32_t, int32_t);
   int index;
@@ -27,7 +27,7 @@ struct Row {
   Samples samples;
 };
 
-void PrintTo(const Row& row, std::ostream* out) {
+void PrintTo(const ValueRow& row, std::ostream* out) {
   *out << row.name;
 }
 
@@ -67,13 +67,13 @@ const Samples kSetupState = {{0, L"0"},   {1, L"1"},  {2, L"2"},         {3, L"0
 
 #define SETTER(name) #name, &Library::name
 
-class ValueSetter : public ConnectedCommandsTest, public testing::WithParamInterface<Row> {
+class ValueSetter : public ConnectedCommandsTest, public testing::WithParamInterface<ValueRow> {
  protected:
   void Call(int32_t value, int32_t empty) { (library.*GetParam().setter)(value, empty); }
 
   void ExpectEverythingAtVersion(int32_t version) {
     SCOPED_TRACE("API version " + std::to_string(version));
-    const Row& row = GetParam();
+    const ValueRow& row = GetParam();
     library.KorvuISD_SetAPIVersion(version);
     for (const Sample& sample : row.samples) {
       EXPECT_EQ(SentBy([&] { Call(sample.argument, 0); }),
@@ -101,7 +101,7 @@ class ValueSetter : public ConnectedCommandsTest, public testing::WithParamInter
 };
 
 TEST_P(ValueSetter, SendsItsValueAndAsksForTheStoredOneFromItsVersionOn) {
-  const Row& row = GetParam();
+  const ValueRow& row = GetParam();
   ASSERT_TRUE(Key(row.index).ends_with(L"\\" + row.keyEnd));
 
   if (row.leastVersion > kAnyVersion) {
@@ -120,22 +120,22 @@ TEST_P(ValueSetter, SendsItsValueAndAsksForTheStoredOneFromItsVersionOn) {
 INSTANTIATE_TEST_SUITE_P(
     EveryRow, ValueSetter,
     testing::Values(
-        Row{SETTER(KorvuISD_SetTopHoverClick),          29, L"ButtonUpperSide\\\\HoverClick", kAnyVersion, kAsGiven},
-        Row{SETTER(KorvuISD_SetBottomHoverClick),       34, L"ButtonLowerSide\\\\HoverClick", kAnyVersion, kAsGiven},
-        Row{SETTER(KorvuISD_SetTipSensitivity),        116, L"ButtonTip\\\\PressureCurve",    kAnyVersion, kAsGiven},
-        Row{SETTER(KorvuISD_SetTiltSensitivity),       115, L"TiltSensitivity",               kAnyVersion, kAsGiven},
-        Row{SETTER(KorvuISD_SetBatteryAlertDelay),     114, L"EPXBatteryAlertDelay",          kAnyVersion, kAsGiven},
-        Row{SETTER(KorvuISD_SetMenuCenterRightClick),   37, L"RadialMenuCenterRightClick",    kAnyVersion, kAsGiven},
-        Row{SETTER(KorvuISD_SetOpaqueModeOrientation), 132, L"OpaqueOrientation",             1,           kOrientation},
-        Row{SETTER(KorvuISD_SetOpaqueModeInputMode),   133, L"OpaqueInputMode",               1,           kInputMode},
-        Row{SETTER(KorvuISD_SetOpaqueModeMapping),     134, L"OpaqueMapping",                 1,           kMapping},
-        Row{SETTER(KorvuISD_SetOpaqueModeSetupState),  128, L"OpaqueModeInSetupGuide",        6,           kSetupState},
-        Row{SETTER(KorvuISD_SetOpaqueModeSetupSave),   129, L"OpaqueModeRememberDisplay",     6,           kAsGiven},
-        Row{SETTER(KorvuISD_SetDockPowerSaving),       141, L"PenDockPowerSavingEnabled",     kAnyVersion, kAsGiven},
-        Row{SETTER(KorvuISD_SetPenAlert),              139, L"PenAlertEnabled",               kAnyVersion, kAsGiven},
-        Row{SETTER(KorvuISD_SetDockAlertTime),         147, L"UndockedTimerWait",             7,           kAlertTime},
-        Row{SETTER(KorvuISD_SetPenGesturesEnabled),    149, L"PenGesturesEnabled",            kAnyVersion, kAsGiven},
-        Row{SETTER(KorvuISD_SetMagnifierEnabled),      150, L"MagnifierEnabled",              kAnyVersion, kAsGiven}));
+        ValueRow{SETTER(KorvuISD_SetTopHoverClick),          29, L"ButtonUpperSide\\\\HoverClick", kAnyVersion, kAsGiven},
+        ValueRow{SETTER(KorvuISD_SetBottomHoverClick),       34, L"ButtonLowerSide\\\\HoverClick", kAnyVersion, kAsGiven},
+        ValueRow{SETTER(KorvuISD_SetTipSensitivity),        116, L"ButtonTip\\\\PressureCurve",    kAnyVersion, kAsGiven},
+        ValueRow{SETTER(KorvuISD_SetTiltSensitivity),       115, L"TiltSensitivity",               kAnyVersion, kAsGiven},
+        ValueRow{SETTER(KorvuISD_SetBatteryAlertDelay),     114, L"EPXBatteryAlertDelay",          kAnyVersion, kAsGiven},
+        ValueRow{SETTER(KorvuISD_SetMenuCenterRightClick),   37, L"RadialMenuCenterRightClick",    kAnyVersion, kAsGiven},
+        ValueRow{SETTER(KorvuISD_SetOpaqueModeOrientation), 132, L"OpaqueOrientation",             1,           kOrientation},
+        ValueRow{SETTER(KorvuISD_SetOpaqueModeInputMode),   133, L"OpaqueInputMode",               1,           kInputMode},
+        ValueRow{SETTER(KorvuISD_SetOpaqueModeMapping),     134, L"OpaqueMapping",                 1,           kMapping},
+        ValueRow{SETTER(KorvuISD_SetOpaqueModeSetupState),  128, L"OpaqueModeInSetupGuide",        6,           kSetupState},
+        ValueRow{SETTER(KorvuISD_SetOpaqueModeSetupSave),   129, L"OpaqueModeRememberDisplay",     6,           kAsGiven},
+        ValueRow{SETTER(KorvuISD_SetDockPowerSaving),       141, L"PenDockPowerSavingEnabled",     kAnyVersion, kAsGiven},
+        ValueRow{SETTER(KorvuISD_SetPenAlert),              139, L"PenAlertEnabled",               kAnyVersion, kAsGiven},
+        ValueRow{SETTER(KorvuISD_SetDockAlertTime),         147, L"UndockedTimerWait",             7,           kAlertTime},
+        ValueRow{SETTER(KorvuISD_SetPenGesturesEnabled),    149, L"PenGesturesEnabled",            kAnyVersion, kAsGiven},
+        ValueRow{SETTER(KorvuISD_SetMagnifierEnabled),      150, L"MagnifierEnabled",              kAnyVersion, kAsGiven}));
 // clang-format on
 
 class ValueSetterMessages : public ConnectedCommandsTest {};

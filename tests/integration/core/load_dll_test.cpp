@@ -18,8 +18,6 @@ using namespace support;
 namespace {
 
 constexpr const wchar_t* kName = L"KorvuTabletSettingsAPI.dll";
-constexpr int kTilt = 115;
-constexpr int kTiltSlot = 8;
 
 bool IsLoaded() {
   return GetModuleHandleW(kName) != nullptr;

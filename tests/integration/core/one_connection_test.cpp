@@ -11,9 +11,6 @@ using namespace support;
 
 namespace {
 
-constexpr int kTilt = 115;
-constexpr int kTiltSlot = 8;
-
 class OneConnection : public IntegrationTest {
  protected:
   // The connection sends and receives.

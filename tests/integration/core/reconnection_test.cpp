@@ -14,9 +14,6 @@ using testing::ElementsAre;
 
 namespace {
 
-constexpr int kTilt = 115;
-constexpr int kTiltSlot = 8;
-
 class Reconnection : public IntegrationTest {
  protected:
   // The connection sends and receives.

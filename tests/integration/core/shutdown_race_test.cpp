@@ -6,16 +6,15 @@
 #include <thread>
 
 #include "integration/integration_test.h"
+#include "support/fault_rounds.h"
 
 using namespace support;
 
 namespace {
 
-constexpr int kRounds = 500;
-
 class ShutdownRace : public IntegrationTest {
  protected:
-  // Connects and shuts down `kRounds` times while four threads run `call`.
+  // Connects and shuts down again and again while four threads run `call`.
   void Race(const std::function<void(int thread, int i)>& call) {
     library.KorvuISD_SetAPIVersion(9);
     std::atomic<bool> isOver = false;
@@ -32,7 +31,7 @@ class ShutdownRace : public IntegrationTest {
       });
     }
     int connected = 0;
-    for (int round = 0; round < kRounds; ++round) {
+    for (int round = 0; round < FaultRounds(100); ++round) {
       if (library.KorvuISD_Connect(20000) == KorvuISD_ErrorNone) ++connected;
       // A shutdown needs a connection, so one that failed ends the test here.
       if (connected != round + 1) break;
@@ -40,8 +39,8 @@ class ShutdownRace : public IntegrationTest {
     }
     isOver = true;
     for (std::thread& thread : threads) thread.join();
-    EXPECT_EQ(connected, kRounds);
-    EXPECT_GT(calls, size_t{kRounds});
+    EXPECT_EQ(connected, FaultRounds(100));
+    EXPECT_GT(calls, static_cast<size_t>(FaultRounds(100)));
   }
 
   // The library is as good as new.
@@ -60,7 +59,7 @@ class ShutdownRace : public IntegrationTest {
   ScriptedService service;
 };
 
-TEST_F(ShutdownRace, SettersOfFourThreadsSurviveFiveHundredShutdowns) {
+TEST_F(ShutdownRace, SettersOfFourThreadsSurviveEveryShutdown) {
   Race([this](int thread, int i) {
     switch (thread) {
       case 0:

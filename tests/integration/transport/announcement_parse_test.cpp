@@ -18,7 +18,7 @@ void PrintTo(const Shape& shape, std::ostream* out) {
   *out << shape.name;
 }
 
-std::wstring Parsed(const std::wstring& key, const std::wstring& value) {
+std::wstring ParsedAnnouncement(const std::wstring& key, const std::wstring& value) {
   return L"SyncThread: parsed key " + key + L"; parsed value " + value + L".";
 }
 std::wstring Invalid(const std::wstring& marks) {
@@ -43,30 +43,33 @@ TEST_P(AnnouncementShape, IsTakenApartOrDroppedAndTheNextAnnouncementArrives) {
 INSTANTIATE_TEST_SUITE_P(
     All, AnnouncementShape,
     testing::Values(
-        Shape{"Quoted", LR"({"a":"b"})", Parsed(L"a", L"b")},
-        Shape{"EmptyValue", LR"({"a":""})", Parsed(L"a", L"")},
+        Shape{"Quoted", LR"({"a":"b"})", ParsedAnnouncement(L"a", L"b")},
+        Shape{"EmptyValue", LR"({"a":""})", ParsedAnnouncement(L"a", L"")},
         Shape{"BracketedWithACloseInside", LR"({"a":[{"5":"Pan"}]})",
-              Parsed(L"a", LR"({"5":"Pan"})")},
-        Shape{"BracketedNumbersWithAClose", LR"({"a":[1,2"}])", Parsed(L"a", LR"(1,2")")},
+              ParsedAnnouncement(L"a", LR"({"5":"Pan"})")},
+        Shape{"BracketedNumbersWithAClose", LR"({"a":[1,2"}])",
+              ParsedAnnouncement(L"a", LR"(1,2")")},
         Shape{"BracketedWithoutAClose", LR"({"a":["x"]})",
               Invalid(L"start@0, sep@3, end@-1, keyLen 1, valLen 3")},
         Shape{"BracketedNumbersWithoutAClose", LR"({"a":[1,2]})",
               Invalid(L"start@0, sep@3, end@-1, keyLen 1, valLen 3")},
-        Shape{"BracketSeparatorAfterAQuotedOne", LR"({"a":"b":[c"})", Parsed(LR"(a":"b)", L"c")},
-        Shape{"TwoQuotedSeparators", LR"({"a":"b":"c"})", Parsed(L"a", LR"(b":"c)")},
-        Shape{"CloseInsideTheValue", LR"({"a":"b"}c"})", Parsed(L"a", LR"(b"}c)")},
-        Shape{"TextAfterTheClose", LR"({"a":"b"}cd)", Parsed(L"a", LR"(b"})")},
-        Shape{"TextBeforeTheOpening", LR"(xyz{"key":"v"})", Parsed(LR"(z{")", L"v")},
-        Shape{"SeparatorBeforeTheOpening", LR"(a":"b{"c"})", Parsed(LR"(:"b{"c"})", LR"(b{"c)")},
+        Shape{"BracketSeparatorAfterAQuotedOne", LR"({"a":"b":[c"})",
+              ParsedAnnouncement(LR"(a":"b)", L"c")},
+        Shape{"TwoQuotedSeparators", LR"({"a":"b":"c"})", ParsedAnnouncement(L"a", LR"(b":"c)")},
+        Shape{"CloseInsideTheValue", LR"({"a":"b"}c"})", ParsedAnnouncement(L"a", LR"(b"}c)")},
+        Shape{"TextAfterTheClose", LR"({"a":"b"}cd)", ParsedAnnouncement(L"a", LR"(b"})")},
+        Shape{"TextBeforeTheOpening", LR"(xyz{"key":"v"})", ParsedAnnouncement(LR"(z{")", L"v")},
+        Shape{"SeparatorBeforeTheOpening", LR"(a":"b{"c"})",
+              ParsedAnnouncement(LR"(:"b{"c"})", LR"(b{"c)")},
         Shape{"NoKey", LR"({"":"x"})", Invalid(L"start@0, sep@2, end@6, keyLen 0, valLen 1")},
-        Shape{"ValueLengthWraps", LR"({"k":"})", Parsed(L"k", L"}")},
+        Shape{"ValueLengthWraps", LR"({"k":"})", ParsedAnnouncement(L"k", L"}")},
         Shape{"NoOpening", LR"("a":"b"})", Invalid(L"start@-1, sep@2, end@6, keyLen 1, valLen 1")},
         Shape{"NoSeparator", LR"({"a","b"})",
               Invalid(L"start@0, sep@-1, end@7, keyLen -3, valLen 5")},
         Shape{"NoClose", LR"({"a":"b")", Invalid(L"start@0, sep@3, end@-1, keyLen 1, valLen 0")},
         Shape{"OneCharacter", L"{", Invalid(L"start@-1, sep@-1, end@-1, keyLen -2, valLen -3")},
         Shape{"Empty", L"", Invalid(L"start@-1, sep@-1, end@-1, keyLen -2, valLen -4")},
-        Shape{"ReplyOnTheWrongPipe", LR"({"Ack":"1"})", Parsed(L"Ack", L"1")},
+        Shape{"ReplyOnTheWrongPipe", LR"({"Ack":"1"})", ParsedAnnouncement(L"Ack", L"1")},
         Shape{"WhiteSpace", LR"({ "a" : "b" })",
               Invalid(L"start@-1, sep@-1, end@-1, keyLen -2, valLen 9")}),
     [](const auto& tested) { return tested.param.name; });

@@ -28,8 +28,6 @@ void PrintTo(const ExchangeStep& step, std::ostream* out) {
   *out << step.name;
 }
 
-constexpr DWORD kInvalidHandle = 6;
-
 PlatformCalls::Action Failing(DWORD error) {
   return PlatformCalls::Answer(FALSE, error);
 }

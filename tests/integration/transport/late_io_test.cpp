@@ -11,9 +11,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-const std::wstring kAck = LR"({"Ack":"1"})";
-const std::wstring kLongMessage(300000, L'm');
-
 // Allocates, fills and frees in the library's process all the time, so that memory that was freed
 // too early is in use again when a late reply is written to it.
 class MemoryChurn {

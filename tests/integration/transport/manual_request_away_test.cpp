@@ -9,8 +9,6 @@ using namespace support;
 
 namespace {
 
-const std::wstring kAck = LR"({"Ack":"1"})";
-
 class ManualRequestAway : public TransportTest {
  protected:
   void SetUp() override { library.KorvuISD_SetAPIVersion(9); }

@@ -28,7 +28,6 @@ void PrintTo(const LoopFailure& failure, std::ostream* out) {
   *out << failure.name;
 }
 
-constexpr DWORD kInvalidHandle = 6;
 constexpr DWORD kBrokenPipe = 109;
 
 class ReceiveFailure : public TransportTest, public testing::WithParamInterface<LoopFailure> {

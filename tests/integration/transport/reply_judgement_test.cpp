@@ -27,7 +27,7 @@ void PrintTo(const Judgement& judgement, std::ostream* out) {
   *out << judgement.name;
 }
 
-std::wstring Parsed(const std::wstring& key, const std::wstring& value) {
+std::wstring ParsedReply(const std::wstring& key, const std::wstring& value) {
   return L"SendJSON: parsed key " + key + L"; parsed value " + value + L".";
 }
 const std::wstring kNoValue = L"Get value: bad format.";
@@ -90,16 +90,16 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(
     OfAValueRequest, ReplyJudgement,
     testing::Values(
-        Judgement{"Value", kGet, LR"({"Val":"12"})", true, L"k", L"12", Parsed(L"k", L"12")},
-        Judgement{"EmptyValue", kGet, LR"({"Val":""})", true, L"k", L"", Parsed(L"k", L"")},
+        Judgement{"Value", kGet, LR"({"Val":"12"})", true, L"k", L"12", ParsedReply(L"k", L"12")},
+        Judgement{"EmptyValue", kGet, LR"({"Val":""})", true, L"k", L"", ParsedReply(L"k", L"")},
         Judgement{"WithTextBefore", kGet, LR"(xx{"Val":"12"})", true, L"k", LR"(:")",
-                  Parsed(L"k", LR"(:")")},
+                  ParsedReply(L"k", LR"(:")")},
         Judgement{"WithTextAfter", kGet, LR"({"Val":"12"} )", true, L"k", LR"(12")",
-                  Parsed(L"k", LR"(12")")},
+                  ParsedReply(L"k", LR"(12")")},
         Judgement{"Bracketed", kGet, LR"({"Val":[{"5":"Pan"}]})", true, L"k", LR"({"5":"Pan"})",
-                  Parsed(L"k", LR"({"5":"Pan"})")},
+                  ParsedReply(L"k", LR"({"5":"Pan"})")},
         Judgement{"WithALengthThatWraps", kGet, LR"({"Val":"})", true, L"k", L"}",
-                  Parsed(L"k", L"}")},
+                  ParsedReply(L"k", L"}")},
         Judgement{"WithoutAClose", kGet, LR"({"Val":"12)", true, L"k", L"",
                   L"SendJSON: invalid ack format: start@0, end@-1, valLen 0."},
         Judgement{"LateStartWithoutAClose", kGet, LR"(abc{"Val":"123456)", true, L"k", L"",
@@ -123,7 +123,7 @@ INSTANTIATE_TEST_SUITE_P(
         Judgement{"AValueRequestToo", kBoth, LR"({"Ack":"1"})", false, LR"(?"}{"GetVal":"k)", L"",
                   kNoValue},
         Judgement{"AValueRequestTooAnsweredByAValue", kBoth, LR"({"Val":"12"})", true,
-                  LR"(?"}{"GetVal":"k)", L"12", Parsed(LR"(?"}{"GetVal":"k)", L"12")}),
+                  LR"(?"}{"GetVal":"k)", L"12", ParsedReply(LR"(?"}{"GetVal":"k)", L"12")}),
     [](const auto& tested) { return tested.param.name; });
 
 class FirstProbe : public TransportTest, public testing::WithParamInterface<const wchar_t*> {};

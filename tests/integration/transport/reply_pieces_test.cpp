@@ -11,9 +11,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr DWORD kInvalidHandle = 6;
-const std::wstring kAck = LR"({"Ack":"1"})";
-
 class ReplyInPieces : public TransportTest {
  protected:
   // An acknowledgement in the first of three pieces.

@@ -10,9 +10,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-const std::wstring kAck = LR"({"Ack":"1"})";
 // Much longer than the pipe's buffer, so that the write ends only when the service reads.
-const std::wstring kLongMessage(300000, L'm');
 
 class TimeOut : public TransportTest {
  protected:

@@ -9,8 +9,6 @@ using namespace support;
 
 namespace {
 
-const std::wstring kAck = LR"({"Ack":"1"})";
-
 class SendTurn : public TransportTest {
  protected:
   void ConnectAndForget() {

@@ -12,13 +12,26 @@
 
 namespace support {
 
+// The service's "done" to what asks for no value.
+inline const std::wstring kAck = LR"({"Ack":"1"})";
+
+// Too long for one write to get through: the pipe takes it when the service reads.
+inline const std::wstring kLongMessage(300000, L'm');
+
+// What the platform says of a handle that is closed.
+inline constexpr DWORD kInvalidHandle = 6;
+
 class TransportTest : public IntegrationTest {
  protected:
+  // An earlier test of this process may have had replies.
+  TransportTest() {
+    replies.WhenCalled({});
+    replies.Forget();
+  }
+
   // Settings by index, and the slots of their callbacks.
   static constexpr int kAlertDelay = 114;
   static constexpr int kAlertDelaySlot = 9;
-  static constexpr int kTilt = 115;
-  static constexpr int kTiltSlot = 8;
   static constexpr int kTip = 116;
   // Hands over every value as it is, the same one twice and the empty one too.
   static constexpr int kKeystrokes = 118;

@@ -12,7 +12,6 @@ namespace {
 const std::wstring kReadStart = Line(L"SyncThread: read start.");
 const std::wstring kSendTurn = Line(L"SyncThread: send message to driver.");
 const std::wstring kReplyStart = Line(L"ReceiveAck: read start.");
-const std::wstring kAck = LR"({"Ack":"1"})";
 constexpr size_t kPiece = 512;  // code units in one read
 
 std::wstring Sending(const std::wstring& message) {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "service_printers.h"
+#include "unit/settings-service/tilt_key.h"
 
 namespace SettingsService {
 namespace {
@@ -16,7 +17,6 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-const std::wstring kTilt = L"ComponentsDriver\\\\PenHandler\\\\PenTransducer\\\\TiltSensitivity";
 const std::wstring kFunction =
     L"ComponentsDriver\\\\PenHandler\\\\PenTransducer\\\\ButtonUpperSide\\\\ButtonSingle\\\\"
     L"ButtonFunction";

@@ -4,12 +4,12 @@
 
 #include <string>
 
+#include "unit/settings-service/tilt_key.h"
+
 namespace SettingsService {
 namespace {
 
 using testing::HasSubstr;
-
-constexpr auto kTilt = L"ComponentsDriver\\\\PenHandler\\\\PenTransducer\\\\TiltSensitivity";
 
 // The command of a line that is right; fails the test otherwise.
 template <class Expected>

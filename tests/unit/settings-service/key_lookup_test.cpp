@@ -5,11 +5,10 @@
 #include <string>
 
 #include "settings-service/key_forms.h"
+#include "unit/settings-service/tilt_key.h"
 
 namespace SettingsService {
 namespace {
-
-constexpr auto kTilt = L"ComponentsDriver\\\\PenHandler\\\\PenTransducer\\\\TiltSensitivity";
 
 std::wstring Found(std::wstring_view typed) {
   const auto found = FindKey(Catalogue::BuiltIn(), typed);

@@ -6,6 +6,7 @@
 
 #include "service_printers.h"
 #include "support/expected_settings.h"
+#include "unit/settings-service/tilt_key.h"
 
 namespace SettingsService {
 namespace {
@@ -14,7 +15,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-constexpr auto kTilt = L"ComponentsDriver\\\\PenHandler\\\\PenTransducer\\\\TiltSensitivity";
 constexpr auto kCaptureOn = L"{\"ComponentsDriver\\\\BTButtonHandler\\\\KeystrokeCapture\":\"1\"}";
 constexpr auto kCaptureOff = L"{\"ComponentsDriver\\\\BTButtonHandler\\\\KeystrokeCapture\":\"0\"}";
 constexpr auto kCaptureRequest =

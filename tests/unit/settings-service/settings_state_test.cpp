@@ -5,6 +5,7 @@
 #include <string>
 
 #include "service_printers.h"
+#include "unit/settings-service/tilt_key.h"
 
 namespace SettingsService {
 namespace {
@@ -13,7 +14,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Optional;
 
-constexpr auto kTilt = L"ComponentsDriver\\\\PenHandler\\\\PenTransducer\\\\TiltSensitivity";
 const std::wstring kButton =
     L"ComponentsDriver\\\\PenHandler\\\\PenTransducer\\\\ButtonUpperSide\\\\ButtonSingle\\\\";
 const std::wstring kFunction = kButton + L"ButtonFunction";

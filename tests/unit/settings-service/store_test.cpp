@@ -5,6 +5,7 @@
 #include <string>
 
 #include "service_printers.h"
+#include "unit/settings-service/tilt_key.h"
 
 namespace SettingsService {
 namespace {
@@ -15,7 +16,6 @@ using testing::IsEmpty;
 using testing::Not;
 using testing::Pair;
 
-const std::wstring kTilt = L"ComponentsDriver\\\\PenHandler\\\\PenTransducer\\\\TiltSensitivity";
 const std::wstring kPath = L"ComponentsDriver\\\\OpaqueSettings\\\\OpaqueDisplayPath";
 
 class ServiceStore : public testing::Test {

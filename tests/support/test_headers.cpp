@@ -1,0 +1,1 @@
+// The target that the precompiled header belongs to needs a source.
