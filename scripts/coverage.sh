@@ -4,7 +4,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-scripts/setup.sh
+scripts/setup.sh test
 build=build/linux-coverage
 cmake --preset linux-coverage
 cmake --build --preset linux-coverage

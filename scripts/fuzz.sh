@@ -6,7 +6,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 minutes=${1:?usage: fuzz.sh MINUTES}
 
-scripts/setup.sh
+scripts/setup.sh test
 cmake --preset linux-asan
 cmake --build --preset linux-asan --target fuzz_targets
 

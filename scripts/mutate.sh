@@ -5,7 +5,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-scripts/setup.sh
+scripts/setup.sh test
 table=$PWD/tests/mutations/table.txt
 work=$PWD/build/mutants
 tree=$work/tree

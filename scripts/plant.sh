@@ -4,7 +4,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-scripts/setup.sh
+scripts/setup.sh test
 cmake --preset linux-simulation >/dev/null
 cmake --build --preset linux-simulation >/dev/null
 exec python3 tests/simulation/planted/plant.py build/planted \

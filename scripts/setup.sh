@@ -1,36 +1,54 @@
 #!/usr/bin/env bash
-# Installs from Debian's packages what is missing to build and test; does nothing where all is there.
+# setup.sh [demo|test|all]: installs from Debian's packages what is missing for that purpose; does
+# nothing where all is there. demo: to cross-compile and run the programs; test: to build and run the
+# tests, too; all, and by default: whatever a script of the project uses.
 set -euo pipefail
 
+purpose=${1:-all}
 packages=(
   ca-certificates
-  clang
-  clang-14
-  clang-format
-  clang-tidy
   cmake
-  doxygen
-  fonts-wine
-  g++
   g++-mingw-w64-x86-64-posix
-  googletest
-  imagemagick
-  libasio-dev
-  libclang-rt-14-dev
   libcli11-dev
   libfmt-dev
-  lld
-  llvm
-  llvm-14
-  make
   ninja-build
   nlohmann-json3-dev
-  pkgconf
-  python3
-  valgrind
   wine64
-  xvfb
 )
+case $purpose in
+  demo) ;;
+  test | all)
+    packages+=(
+      clang
+      clang-14
+      doxygen
+      fonts-wine
+      g++
+      googletest
+      libclang-rt-14-dev
+      lld
+      llvm
+      llvm-14
+      make
+      pkgconf
+      python3
+      valgrind
+      xvfb
+    )
+    ;;
+  *)
+    echo "setup: no such purpose: $purpose" >&2
+    exit 2
+    ;;
+esac
+if [ "$purpose" = all ]; then
+  packages+=(
+    clang-format
+    clang-tidy
+    imagemagick
+    libasio-dev
+  )
+fi
 
 missing=()
 for package in "${packages[@]}"; do

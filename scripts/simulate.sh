@@ -5,7 +5,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-scripts/setup.sh
+scripts/setup.sh test
 cmake --preset linux-simulation >/dev/null
 cmake --build --preset linux-simulation >build/linux-simulation/build.log || {
   tail -n 40 build/linux-simulation/build.log >&2

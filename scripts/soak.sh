@@ -5,7 +5,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 minutes=${1:?minutes to run}
 
-scripts/setup.sh
+scripts/setup.sh test
 cmake --preset mingw-release >/dev/null
 cmake --build --preset mingw-release --target korvu-soak
 prefix=$PWD/build/mingw-release/wine
