@@ -8,6 +8,7 @@
 #include <nlohmann/json.hpp>
 
 #include "support/wait.h"
+#include "tools/text.h"
 
 using namespace support;
 using testing::HasSubstr;
@@ -20,6 +21,14 @@ class Files : public testing::Test {
  protected:
   std::string Store() const { return folder.Path("störe.json"); }
   std::vector<std::string> WithStore() const { return {"--store", Store()}; }
+
+  void WaitForStored(std::string_view text) const {
+    const auto start = Clock::now();
+    while (folder.Read("störe.json").value_or("").find(text) == std::string::npos) {
+      ASSERT_LT(Clock::now() - start, kPatience);
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+  }
 
   TemporaryFolder folder;
 };
@@ -45,16 +54,30 @@ TEST_F(Files, WhatIsStoredOutlivesAServiceThatIsKilled) {
   {
     StandInService service(WithStore());
     service.Give("set TiltSensitivity 37");
-    const auto start = Clock::now();
-    while (folder.Read("störe.json").value_or("").find("37") == std::string::npos) {
-      ASSERT_LT(Clock::now() - start, kPatience);
-      std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    }
+    ASSERT_NO_FATAL_FAILURE(WaitForStored("37"));
     service.process.Kill();
     service.process.WaitForEnd();
   }
   StandInService again(WithStore());
   EXPECT_EQ(again.Stored("TiltSensitivity"), "37");
+}
+
+// As a virus scanner or an editor does.
+TEST_F(Files, TheStoreIsReplacedThoughSomebodyReadsItForAMoment) {
+  StandInService service(WithStore());
+  service.Give("set TiltSensitivity 36");
+  ASSERT_NO_FATAL_FAILURE(WaitForStored("36"));
+  KorvuISD::PipeHandle reader(CreateFileW(Wide(Store()).c_str(), GENERIC_READ, FILE_SHARE_READ,
+                                          nullptr, OPEN_EXISTING, 0, nullptr));
+  ASSERT_TRUE(reader.IsOpen());
+  service.Give("set TiltSensitivity 37");
+  const auto start = Clock::now();
+  while (!folder.Read("störe.json.new")) {  // which is about to take the store's place
+    ASSERT_LT(Clock::now() - start, kPatience);
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+  reader.Reset();
+  WaitForStored("37");
 }
 
 class DamagedStore : public Files, public testing::WithParamInterface<const char*> {};

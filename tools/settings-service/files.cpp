@@ -79,9 +79,18 @@ std::string ReadWholeFile(const std::string& name) {
 void ReplaceFileWith(const std::string& name, std::string_view text) {
   const std::string newName = name + ".new";
   WriteAndFlush(newName, text);
-  if (!MoveFileExW(ToWide(newName).c_str(), ToWide(name).c_str(),
-                   MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
+  // Whoever reads the file just then, a virus scanner or an editor, is through in a moment.
+  constexpr int kMostAttempts = 40;
+  constexpr DWORD kPauseMs = 50;
+  for (int attempt = 1; !MoveFileExW(ToWide(newName).c_str(), ToWide(name).c_str(),
+                                     MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+       ++attempt) {
     const DWORD error = GetLastError();
+    const bool isInUse = error == ERROR_SHARING_VIOLATION || error == ERROR_ACCESS_DENIED;
+    if (isInUse && attempt < kMostAttempts) {
+      Sleep(kPauseMs);
+      continue;
+    }
     DeleteFileW(ToWide(newName).c_str());
     FailWith("cannot replace " + name, error);
   }
