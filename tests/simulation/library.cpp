@@ -28,6 +28,7 @@ LoadedLibrary::LoadedLibrary(const std::string& path) : path(path) {
     std::exit(2);
   }
 #define SIMULATION_TAKE(name) name = reinterpret_cast<decltype(name)>(Find(file, #name));
+  KORVU_CONNECTION_EXPORTS(SIMULATION_TAKE)
   KORVU_NAMED_EXPORTS(SIMULATION_TAKE)
 #undef SIMULATION_TAKE
   SendManual = reinterpret_cast<decltype(SendManual)>(Find(file, "KorvuISD_SendManual"));

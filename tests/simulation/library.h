@@ -24,6 +24,7 @@ class LoadedLibrary {
   const void* GreatLock() const { return greatLock; }
 
 #define SIMULATION_DECLARE(name) decltype(&::name) name = nullptr;
+  KORVU_CONNECTION_EXPORTS(SIMULATION_DECLARE)
   KORVU_NAMED_EXPORTS(SIMULATION_DECLARE)
 #undef SIMULATION_DECLARE
   decltype(&::KorvuISD_SendManual) SendManual = nullptr;

@@ -5,7 +5,8 @@
 
 #include "KorvuTabletSettingsAPI.h"
 
-// The named exports but those that begin and end a connection.
+// The named exports that begin and end a connection, and the others.
+#define KORVU_CONNECTION_EXPORTS(X) X(KorvuISD_Connect) X(KorvuISD_Shutdown)
 #define KORVU_NAMED_EXPORTS(X)         \
   X(KorvuISD_SetLogLevel)              \
   X(KorvuISD_SetAPIVersion)            \
