@@ -20,15 +20,24 @@ class Registrations : public Checker {
       case Event::kCall:
         if (verb == Verb::kRegister) begun[h.a] = epoch;
         if (verb == Verb::kUnregister) Remove(h.c);
-        if (verb == Verb::kShutdown) Forget();
+        if (verb == Verb::kShutdown) {
+          ++shutdowns;
+          Forget();
+        }
         break;
       case Event::kReturn:
-        // One that met a shutdown may have been with the old client.
-        if (verb == Verb::kRegister && begun[h.a] == epoch && h.c != 0) standing.insert(h.c);
+        // One that met a shutdown may be with the old client or with the next one.
+        if (verb == Verb::kRegister && begun[h.a] == epoch && shutdowns == 0 && h.c != 0) {
+          standing.insert(h.c);
+        }
         if (verb == Verb::kUnregister) Remove(h.c);
-        if (verb == Verb::kShutdown) Forget();
+        if (verb == Verb::kShutdown) {
+          --shutdowns;
+          Forget();
+        }
         break;
       case Event::kUnloaded:
+        shutdowns = 0;
         Forget();
         break;
       case Event::kCallback:
@@ -83,6 +92,7 @@ class Registrations : public Checker {
 
   std::map<int64_t, uint64_t> begun;
   uint64_t epoch = 0;
+  int shutdowns = 0;  // under way
   std::set<int64_t> standing;
   std::set<int64_t> expected;
   int64_t setting = 0;
