@@ -142,12 +142,33 @@ TEST_P(FailingInReconnection, IsRecoveredFrom) {
   });
 }
 
-// Not here: the first event that a new connection makes. Without it there is no thread to
-// reconnect.
+// Fails an event of the connection that comes next: the one that goes may still send a request,
+// with an event of its own. Not the first: without it there is no thread to reconnect.
+PlatformCall FailingEventsOfNextConnection() {
+  static std::atomic<bool> hasThread;
+  const auto failAt = [](const Library& library, int nth, std::atomic<int>& used) {
+    hasThread = false;
+    CreateThreadHook::Set(library, [](auto... arguments) {
+      hasThread = true;
+      return CreateThreadHook::Real(arguments...);
+    });
+    CreateEventWHook::Set(library, [=, &used](auto... arguments) {
+      if (!hasThread || ++used != nth) return CreateEventWHook::Real(arguments...);
+      SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+      return HANDLE{};
+    });
+  };
+  const auto failNoMore = [] {
+    CreateEventWHook::Clear();
+    CreateThreadHook::Clear();
+  };
+  return {"CreateEventW", failAt, failNoMore, {2, 3, 9}};
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Of, FailingInReconnection,
     testing::Values(
-        Failing<CreateEventWHook>("CreateEventW", HANDLE{}, ERROR_NOT_ENOUGH_MEMORY, {2, 3, 9}),
+        FailingEventsOfNextConnection(),
         Failing<CreateFileWHook>("CreateFileW", INVALID_HANDLE_VALUE, ERROR_PIPE_BUSY, {1, 2}),
         Failing<CreateThreadHook>("CreateThread", HANDLE{}, ERROR_NOT_ENOUGH_MEMORY, {1}),
         Failing<SetNamedPipeHandleStateHook>("SetNamedPipeHandleState", FALSE,

@@ -23,6 +23,8 @@ inline constexpr int kTiltSensitivitySlot = 8;
 class FaultsTest : public testing::Test {
  protected:
   void SetUp() override;
+  // Before the service goes: a library that reconnects takes up to 30 s to end.
+  void TearDown() override { Library::EndIfShared(); }
 
   // Requests that are on their way when the fault strikes.
   void SendRequests(int count);
