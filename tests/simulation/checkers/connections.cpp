@@ -27,8 +27,12 @@ class Connections : public Checker {
       case Event::kCall:
         // The old client's connection goes while the new one's may come.
         if (static_cast<Verb>(h.b) == Verb::kShutdown) {
+          ++shutdowns;
           for (auto& [handle, pipe] : pipes) pipe.isOld = true;
         }
+        break;
+      case Event::kReturn:
+        if (static_cast<Verb>(h.b) == Verb::kShutdown) --shutdowns;
         break;
       default:
         break;
@@ -51,7 +55,8 @@ class Connections : public Checker {
         Break("a connection is opened while another one stands");
       }
     }
-    pipes[h.a] = {pipe};
+    // A reconnection that was under way when the shutdown came is the old client's, too.
+    pipes[h.a] = {pipe, kNobody, shutdowns > 0};
   }
 
   void OnRead(const Happening& h) {
@@ -79,6 +84,7 @@ class Connections : public Checker {
   }
 
   const bool isOrderly;
+  int shutdowns = 0;  // under way
   std::map<int64_t, Open> pipes;
 };
 
