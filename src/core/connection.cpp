@@ -12,7 +12,7 @@
 #include <utility>
 
 #include "core/settings_client.h"
-#include "core/trace.h"
+#include "platform/trace.h"
 #include "settings/handler_table.h"
 #include "transport/messages.h"
 #include "transport/sync_thread.h"

@@ -6,7 +6,7 @@
 
 #include "KorvuTabletSettingsAPI.h"
 #include "core/current_client.h"
-#include "core/trace.h"
+#include "platform/trace.h"
 
 using namespace KorvuISD;
 

@@ -1,7 +1,7 @@
 #include <windows.h>
 
 #include "core/current_client.h"
-#include "core/trace.h"
+#include "platform/trace.h"
 
 // Nothing here may block or start a thread: the loader's lock is held.
 extern "C" BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID isProcessExit) {

@@ -5,7 +5,7 @@
 #include <new>
 #include <utility>
 
-#include "core/trace.h"
+#include "platform/trace.h"
 #include "settings/handler_table.h"
 #include "settings/number_conversion.h"
 
@@ -14,7 +14,7 @@ namespace {
 
 // The process's, like the trace that it switches: a change that comes while one client gives way to
 // the next is a change for both.
-KorvuISD_LogLevel logLevel GUARDED_BY(g_apiMutex) = KorvuISD_LogLevelOff;
+KorvuISD_LogLevel g_logLevel GUARDED_BY(g_apiMutex) = KorvuISD_LogLevelOff;
 
 // The service of each Windows session has pipes of its own.
 std::wstring PipeName(std::wstring_view prefix) {
@@ -39,7 +39,7 @@ void SettingsClient::StopAndWait() {
 }
 
 void SettingsClient::SetLogLevel(KorvuISD_LogLevel level) {
-  const KorvuISD_LogLevel previous = std::exchange(logLevel, level);
+  const KorvuISD_LogLevel previous = std::exchange(g_logLevel, level);
   const bool wasOn = previous != KorvuISD_LogLevelOff;
   const bool isOn = level != KorvuISD_LogLevelOff;
   if (isOn && !wasOn) StartTracing();

@@ -20,8 +20,8 @@
 #include <vector>
 
 #include "KorvuTabletSettingsAPI.h"
-#include "core/call_frame.h"
-#include "core/shutdown_signal.h"
+#include "platform/call_frame.h"
+#include "platform/shutdown_signal.h"
 #include "platform/unique_handle.h"
 #include "settings/settings_model.h"
 #include "transport/manual_requests.h"

@@ -3,7 +3,7 @@
 #include <new>
 #include <utility>
 
-#include "core/trace.h"
+#include "platform/trace.h"
 
 namespace KorvuISD {
 namespace {

@@ -18,7 +18,7 @@
 #include <string>
 #include <utility>
 
-#include "core/trace.h"
+#include "platform/trace.h"
 #include "platform/module_reference.h"
 #include "platform/pending_io.h"
 #include "transport/exchange.h"

@@ -1,4 +1,4 @@
-#include "core/call_frame.h"
+#include "platform/call_frame.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "core/shutdown_signal.h"
+#include "platform/shutdown_signal.h"
 
 #include <gtest/gtest.h>
 

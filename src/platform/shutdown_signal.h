@@ -1,4 +1,4 @@
-// The event that ends the sync thread, for all who signal and watch it.
+// The event that ends a thread, for all who signal and watch it while that thread may close it.
 #pragma once
 
 #include <windows.h>
@@ -7,8 +7,8 @@
 
 namespace KorvuISD {
 
-// The shutdown closes the event while others may be about to use it, so every use but the sync
-// thread's own wait goes through here: a closed handle's number may already mean something else.
+// The event is closed while others may be about to use it, so every use but that thread's own wait
+// goes through here: a closed handle's number may already mean something else.
 class ShutdownSignal {
  public:
   ShutdownSignal();

@@ -1,4 +1,4 @@
-#include "core/trace.h"
+#include "platform/trace.h"
 
 #include <share.h>
 #include <windows.h>
@@ -13,12 +13,12 @@
 #include <string_view>
 #include <utility>
 
-#include "core/trace_line.h"
 #include "platform/mutex.h"
+#include "platform/trace_line.h"
 
 namespace KorvuISD {
 
-std::atomic<bool> traceEnabled{false};
+std::atomic<bool> g_traceEnabled{false};
 
 namespace {
 
@@ -26,15 +26,16 @@ namespace {
 // file, and for nothing else: the debugger gets its lines without it. To a process that is not
 // debugged, such a line is an exception, and a handler of the application may take it up and call
 // an export.
-LeafMutex traceMutex;
+LeafMutex g_traceMutex;
 
 // Neither is destroyed when the process exits: a thread that the exit cut short may hold their
 // locks, and the system closes the file anyway.
-std::wstring& traceFileName GUARDED_BY(traceMutex) = *new std::wstring;  // empty: tracing is off
-std::FILE* traceFile GUARDED_BY(traceMutex) = nullptr;
+std::wstring& g_traceFileName GUARDED_BY(g_traceMutex) =
+    *new std::wstring;  // empty: tracing is off
+std::FILE* g_traceFile GUARDED_BY(g_traceMutex) = nullptr;
 
 // The line that is made next, for the sake of its memory. Null while a thread is making it.
-TraceLine* spareLine GUARDED_BY(traceMutex) = nullptr;
+TraceLine* g_spareLine GUARDED_BY(g_traceMutex) = nullptr;
 
 TraceLine FormatLine(const wchar_t* format, ...) {
   TraceLine line;
@@ -54,25 +55,25 @@ std::wstring NewTraceFileName() {
       .Text();
 }
 
-void OpenTraceFile() REQUIRES(traceMutex) {
-  traceFile = _wfsopen(traceFileName.c_str(), L"a", _SH_DENYNO);
+void OpenTraceFile() REQUIRES(g_traceMutex) {
+  g_traceFile = _wfsopen(g_traceFileName.c_str(), L"a", _SH_DENYNO);
 }
 
-void CloseTraceFile() REQUIRES(traceMutex) {
-  if (traceFile) std::fclose(traceFile);
-  traceFile = nullptr;
+void CloseTraceFile() REQUIRES(g_traceMutex) {
+  if (g_traceFile) std::fclose(g_traceFile);
+  g_traceFile = nullptr;
 }
 
 // A file that could not be opened is tried again with every line: the directory may appear. A line
 // for which there is no memory is lost: what is traced goes on, as it does when nothing is.
-void WriteLine(TraceLine& line) noexcept REQUIRES(traceMutex) {
-  if (line.IsEmpty() || traceFileName.empty()) return;
-  if (!traceFile) OpenTraceFile();
-  if (!traceFile) return;
+void WriteLine(TraceLine& line) noexcept REQUIRES(g_traceMutex) {
+  if (line.IsEmpty() || g_traceFileName.empty()) return;
+  if (!g_traceFile) OpenTraceFile();
+  if (!g_traceFile) return;
   try {
     const std::string_view bytes = line.Stamped();
-    std::fwrite(bytes.data(), 1, bytes.size(), traceFile);
-    std::fflush(traceFile);
+    std::fwrite(bytes.data(), 1, bytes.size(), g_traceFile);
+    std::fflush(g_traceFile);
   } catch (const std::bad_alloc&) {
   }
 }
@@ -84,14 +85,14 @@ void ToDebugger(const TraceLine& line) {
 std::unique_ptr<TraceLine> TakeLine() {
   TraceLine* line = nullptr;
   {
-    const MutexLock lock(traceMutex);
-    line = std::exchange(spareLine, nullptr);
+    const MutexLock lock(g_traceMutex);
+    line = std::exchange(g_spareLine, nullptr);
   }
   return line ? std::unique_ptr<TraceLine>(line) : std::make_unique<TraceLine>();
 }
 
-void KeepLine(std::unique_ptr<TraceLine> line) REQUIRES(traceMutex) {
-  if (!spareLine) spareLine = line.release();
+void KeepLine(std::unique_ptr<TraceLine> line) REQUIRES(g_traceMutex) {
+  if (!g_spareLine) g_spareLine = line.release();
 }
 
 }  // namespace
@@ -103,7 +104,7 @@ void TraceWrite(const wchar_t* format, ...) noexcept {
     std::unique_ptr<TraceLine> line = TakeLine();
     line->Format(format, arguments);
     ToDebugger(*line);
-    const MutexLock lock(traceMutex);
+    const MutexLock lock(g_traceMutex);
     WriteLine(*line);
     KeepLine(std::move(line));
   } catch (const std::bad_alloc&) {
@@ -124,10 +125,10 @@ void StartTracing() noexcept {
   {
     // Under the lock as one step: no other thread's line may come before the opening one. The
     // debugger comes afterwards, when tracing is on for good: its handler may switch it off again.
-    const MutexLock lock(traceMutex);
-    traceFileName.swap(name);
-    if (!traceFileName.empty()) OpenTraceFile();
-    traceEnabled = true;
+    const MutexLock lock(g_traceMutex);
+    g_traceFileName.swap(name);
+    if (!g_traceFileName.empty()) OpenTraceFile();
+    g_traceEnabled = true;
     WriteLine(opening);
   }
   ToDebugger(opening);
@@ -137,24 +138,24 @@ void StopTracing() noexcept {
   TraceLine closing;
   {
     // Under the lock as one step: no other thread's line may follow the closing one.
-    const MutexLock lock(traceMutex);
+    const MutexLock lock(g_traceMutex);
     try {
-      closing = FormatLine(L"Closing Logging to %ws\r\n", traceFileName.c_str());
+      closing = FormatLine(L"Closing Logging to %ws\r\n", g_traceFileName.c_str());
     } catch (const std::bad_alloc&) {
     }
     WriteLine(closing);
     CloseTraceFile();
-    traceFileName.clear();
-    traceEnabled = false;
+    g_traceFileName.clear();
+    g_traceEnabled = false;
   }
   ToDebugger(closing);
 }
 
 void ReleaseTrace() {
-  const MutexLock lock(traceMutex);
+  const MutexLock lock(g_traceMutex);
   CloseTraceFile();
-  delete &traceFileName;
-  delete std::exchange(spareLine, nullptr);
+  delete &g_traceFileName;
+  delete std::exchange(g_spareLine, nullptr);
 }
 
 }  // namespace KorvuISD

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/shutdown_signal.h"
+#include "platform/shutdown_signal.h"
 
 using namespace KorvuISD;
 

@@ -10,7 +10,7 @@
 
 namespace KorvuISD {
 
-extern std::atomic<bool> traceEnabled;
+extern std::atomic<bool> g_traceEnabled;
 
 // Writes a text. Wide printf rules of the platform: %s and %ws take wide text, %hs narrow text, %d
 // 32 bits. A text for which there is no memory is dropped, as one is that cannot be formatted.
@@ -23,7 +23,7 @@ void Trace(const wchar_t* format, Arguments... arguments) {
       ((std::is_same_v<Arguments, const wchar_t*> || std::is_same_v<Arguments, const char*> ||
         (std::is_integral_v<Arguments> && sizeof(Arguments) <= 4)) &&
        ...));
-  if (traceEnabled.load(std::memory_order_relaxed)) TraceWrite(format, arguments...);
+  if (g_traceEnabled.load(std::memory_order_relaxed)) TraceWrite(format, arguments...);
 }
 
 // Opens and closes the trace. Opening starts a file whose name tells the time of the opening. One

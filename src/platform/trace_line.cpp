@@ -1,4 +1,4 @@
-#include "core/trace_line.h"
+#include "platform/trace_line.h"
 
 #include <windows.h>
 
