@@ -18,7 +18,7 @@ constexpr std::wstring_view kCaptureSwitch =
 
 void SwitchCapture(SettingsClient& client, std::wstring_view value) {
   std::wstring message = BuildSetMessage(kCaptureSwitch, value);
-  client.RunLocked([&]() REQUIRES(g_apiMutex) { client.EnqueueMessage(std::move(message)); });
+  if (const CallFrame frame(client); frame) client.EnqueueMessage(std::move(message));
 }
 
 }  // namespace
@@ -31,6 +31,6 @@ void KORVUISD_CALL KorvuISD_FinishKeyCapture(wchar_t* buffer, uint64_t codeUnits
   const auto client = CurrentClient();
   // Bytes, not code units: applications rely on what stands in the second half of their buffer.
   if (codeUnits > 0) std::memset(buffer, 0, codeUnits);
-  client->RunLocked([&]() REQUIRES(g_apiMutex) { client->EndKeyCapture(buffer, codeUnits); });
+  if (const CallFrame frame(*client); frame) client->EndKeyCapture(buffer, codeUnits);
   SwitchCapture(*client, L"0");
 }

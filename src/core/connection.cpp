@@ -84,29 +84,25 @@ KorvuISD_Error SettingsClient::Connect(uint32_t timeoutMs, Reconnection* reconne
   if (reconnection) reconnection->foundService = true;
 
   NextSyncThread next(shared_from_this());
-  KorvuISD_Error result = KorvuISD_ErrorNone;
-  RunLocked([&]() REQUIRES(g_apiMutex) { OpenPipes(reconnection, next, result); });
-  return result;
+  const CallFrame frame(*this);
+  if (!frame) return KorvuISD_ErrorNone;
+  return OpenPipes(reconnection, next);
 }
 
-void SettingsClient::OpenPipes(const Reconnection* reconnection, NextSyncThread& next,
-                               KorvuISD_Error& result) {
+KorvuISD_Error SettingsClient::OpenPipes(const Reconnection* reconnection, NextSyncThread& next) {
   if (reconnection) {
     // The application was quicker; its connection stands, with a sync thread of its own.
-    if (reconnection->lost != connection) return;
+    if (reconnection->lost != connection) return KorvuISD_ErrorNone;
     isConnected = false;
     sendOnlyPipe.Reset();
     duplexPipe.Reset();
   } else if (isConnected) {
-    return;
+    return KorvuISD_ErrorNone;
   }
 
   PipeHandle duplex;
   PipeHandle sendOnly;  // made last, it goes first where there is no memory
-  if (!OpenBothPipes(sendOnly, duplex)) {
-    result = KorvuISD_ErrorFailed;
-    return;
-  }
+  if (!OpenBothPipes(sendOnly, duplex)) return KorvuISD_ErrorFailed;
 
   // Whatever waited was meant for a service that is gone; the batch asks for all values afresh.
   std::deque<std::wstring> batch = ConnectionBatch();
@@ -119,13 +115,13 @@ void SettingsClient::OpenPipes(const Reconnection* reconnection, NextSyncThread&
   ResetEvent(sendEvent.Get());
   SetEvent(sendEvent.Get());
 
-  if (next.Start(connection + 1, reconnection ? reconnection->delayMs : 0)) {
-    ++connection;
-  } else {
+  if (!next.Start(connection + 1, reconnection ? reconnection->delayMs : 0)) {
     // The pipes stay open: the service counts us as connected.
     Trace(L"Failed to create sync thread.\r\n");
-    result = KorvuISD_ErrorFailed;
+    return KorvuISD_ErrorFailed;
   }
+  ++connection;
+  return KorvuISD_ErrorNone;
 }
 
 bool SettingsClient::OpenBothPipes(PipeHandle& sendOnly, PipeHandle& duplex) const {

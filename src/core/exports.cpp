@@ -16,10 +16,10 @@ void KORVUISD_CALL KorvuISD_SetLogLevel(KorvuISD_LogLevel level) {
   bool done = false;
   std::shared_ptr<SettingsClient> previous;
   for (auto client = CurrentClient(); !done && client != previous; client = CurrentClient()) {
-    client->RunLocked([&]() REQUIRES(g_apiMutex) {
+    if (const CallFrame frame(*client); frame) {
       SettingsClient::SetLogLevel(level);
       done = true;
-    });
+    }
     previous = client;
   }
 }
@@ -33,7 +33,7 @@ void KORVUISD_CALL KorvuISD_SetAPIVersion(int32_t version) {
 
 void KORVUISD_CALL KorvuISD_RegisterCallbacks(const KorvuISD_Callbacks* callbacks, void* context) {
   const auto client = CurrentClient();
-  client->RunLocked([&]() REQUIRES(g_apiMutex) { client->AddCallbacks(callbacks, context); });
+  if (const CallFrame frame(*client); frame) client->AddCallbacks(callbacks, context);
 }
 
 KorvuISD_Error KORVUISD_CALL KorvuISD_Connect(uint32_t timeoutMs) {

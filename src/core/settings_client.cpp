@@ -60,7 +60,7 @@ void SettingsClient::DispatchValue(std::wstring_view key, const std::wstring& va
 void SettingsClient::UpdateLocal(std::wstring_view key, const std::wstring& value) {
   const SettingHandler* const handler = FindHandler(key);
   if (!handler) return;
-  RunLocked([&] { (*handler)(model, value); });
+  if (const CallFrame frame(*this); frame) (*handler)(model, value);
 }
 
 KorvuISD_Error SettingsClient::EndKeyCapture(wchar_t* buffer, uint64_t codeUnits) {

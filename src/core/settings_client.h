@@ -12,7 +12,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
-#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -41,22 +40,14 @@ struct Reconnection {
   bool foundService = false;  // set by Connect: the service was there, whatever came of it
 };
 
-class SettingsClient : public std::enable_shared_from_this<SettingsClient> {
+class SettingsClient : public CallTarget, public std::enable_shared_from_this<SettingsClient> {
  public:
   // Not connected, with the API version of `predecessor`, if any.
   explicit SettingsClient(const SettingsClient* predecessor);
-  SettingsClient(const SettingsClient&) = delete;
-  SettingsClient& operator=(const SettingsClient&) = delete;
 
   // Signals the sync thread to stop until it has closed the connection, and waits for work that
   // still runs. Does not return if there never was a connection: there is nobody to close it.
   void StopAndWait();
-
-  // The function object refers to `work`, whatever its size, so that none is allocated.
-  template <class Work>
-  void RunLocked(const Work& work) {
-    KorvuISD::RunLocked(shuttingDown, std::cref(work));
-  }
 
   static void SetLogLevel(KorvuISD_LogLevel level) REQUIRES(g_apiMutex);
   void SetAPIVersion(int32_t version) { model.apiVersion = version; }
@@ -122,13 +113,11 @@ class SettingsClient : public std::enable_shared_from_this<SettingsClient> {
   const ShutdownSignal& Shutdown() const { return shutdownSignal; }
 
  private:
-  void OpenPipes(const Reconnection* reconnection, NextSyncThread& next, KorvuISD_Error& result)
+  KorvuISD_Error OpenPipes(const Reconnection* reconnection, NextSyncThread& next)
       REQUIRES(g_apiMutex);
   bool OpenBothPipes(PipeHandle& sendOnly, PipeHandle& duplex) const;
   void DiscardQueue() REQUIRES(g_apiMutex);
   void UpdateLocal(std::wstring_view key, const std::wstring& value);
-
-  std::atomic<bool> shuttingDown{false};
 
   const std::wstring sendOnlyPipeName;
   const std::wstring duplexPipeName;

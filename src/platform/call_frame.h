@@ -2,7 +2,6 @@
 #pragma once
 
 #include <atomic>
-#include <functional>
 
 #include "platform/mutex.h"
 
@@ -13,8 +12,44 @@ namespace KorvuISD {
 // DllMain holds when it calls an export.
 extern RecursiveMutex g_apiMutex;
 
-// Runs `work` under g_apiMutex, unless `shuttingDown` is set by then. An empty function throws
-// std::bad_function_call. What `work` throws goes to the caller.
-void RunLocked(const std::atomic<bool>& shuttingDown, const std::function<void()>& work);
+// What calls work on. Once it shuts down, no frame opens for it any more.
+class CallTarget {
+ public:
+  CallTarget() = default;
+  CallTarget(const CallTarget&) = delete;
+  CallTarget& operator=(const CallTarget&) = delete;
+
+ protected:
+  ~CallTarget() = default;
+
+  // Set without the lock, which the work of a call may hold for long.
+  std::atomic<bool> shuttingDown{false};
+
+ private:
+  friend class CallFrame;
+};
+
+// Holds g_apiMutex for one piece of work:
+//
+//   if (const CallFrame frame(client); frame) client.AddCallbacks(callbacks, context);
+//
+// The lock is taken in any case, but clang takes it as held only where the frame has been found
+// open: work that forgets to ask does not compile. Nor does a frame inside a function that REQUIRES
+// the lock already.
+class SCOPED_CAPABILITY CallFrame {
+ public:
+  explicit CallFrame(const CallTarget& target) EXCLUDES(g_apiMutex)
+      : isOpen(!target.shuttingDown) {}
+  ~CallFrame() RELEASE() {}
+  CallFrame(const CallFrame&) = delete;
+  CallFrame& operator=(const CallFrame&) = delete;
+
+  // Did the target not shut down before the lock was there?
+  explicit operator bool() const TRY_ACQUIRE(true) { return isOpen; }
+
+ private:
+  const MutexLock<RecursiveMutex> lock{g_apiMutex};
+  const bool isOpen;  // looked up with the lock held
+};
 
 }  // namespace KorvuISD

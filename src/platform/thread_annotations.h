@@ -14,4 +14,5 @@
 #define REQUIRES(...) KORVU_THREAD_ATTRIBUTE(requires_capability(__VA_ARGS__))
 #define EXCLUDES(...) KORVU_THREAD_ATTRIBUTE(locks_excluded(__VA_ARGS__))
 #define ACQUIRE(...) KORVU_THREAD_ATTRIBUTE(acquire_capability(__VA_ARGS__))
+#define TRY_ACQUIRE(...) KORVU_THREAD_ATTRIBUTE(try_acquire_capability(__VA_ARGS__))
 #define RELEASE(...) KORVU_THREAD_ATTRIBUTE(release_capability(__VA_ARGS__))

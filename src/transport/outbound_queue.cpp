@@ -34,9 +34,9 @@ void SettingsClient::SendManual(const wchar_t* message, void* context,
                                 ManualReplyCallback callback) {
   if (APIVersion() < kManualRequestVersion) return;
   std::wstring text = message;
-  RunLocked([&]() REQUIRES(g_apiMutex) { manualRequests.Register(text, context, callback); });
+  if (const CallFrame frame(*this); frame) manualRequests.Register(text, context, callback);
   try {
-    RunLocked([&]() REQUIRES(g_apiMutex) { EnqueueMessage(text); });
+    if (const CallFrame frame(*this); frame) EnqueueMessage(text);
   } catch (const std::bad_alloc&) {
     // What is not sent is not answered either: the caller hears of it here and now.
     const MutexLock lock(g_apiMutex);
@@ -47,14 +47,13 @@ void SettingsClient::SendManual(const wchar_t* message, void* context,
 
 SettingsClient::Outgoing SettingsClient::TakeMessage() {
   Outgoing outgoing;
-  RunLocked([&]() REQUIRES(g_apiMutex) {
-    if (outboundQueue.empty()) return;
-    outgoing.hasMessage = true;
-    outgoing.message = std::move(outboundQueue.front());
-    outboundQueue.pop_front();
-    outgoing.messagesLeft = outboundQueue.size();
-    outgoing.manualCallbacks = manualRequests.Take(outgoing.message);
-  });
+  const CallFrame frame(*this);
+  if (!frame || outboundQueue.empty()) return outgoing;
+  outgoing.hasMessage = true;
+  outgoing.message = std::move(outboundQueue.front());
+  outboundQueue.pop_front();
+  outgoing.messagesLeft = outboundQueue.size();
+  outgoing.manualCallbacks = manualRequests.Take(outgoing.message);
   return outgoing;
 }
 

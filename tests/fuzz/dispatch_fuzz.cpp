@@ -22,8 +22,7 @@ constexpr int kRangeSlots[] = {19, 20};
 
 void Register(SettingsClient& client, uintptr_t context) {
   static const KorvuISD_Callbacks all = CallbackRecorder::All();
-  client.RunLocked(
-      [&]() REQUIRES(g_apiMutex) { client.AddCallbacks(&all, support::Context(context)); });
+  if (const CallFrame frame(client); frame) client.AddCallbacks(&all, support::Context(context));
 }
 
 // As the two ways in do it: taken out of an announcement, or as the reply to a request for the key.

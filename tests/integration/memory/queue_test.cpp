@@ -18,16 +18,15 @@ namespace {
 class QueueWithoutMemory : public testing::Test {
  protected:
   bool Enqueue(std::vector<std::wstring> messages, int64_t failing) {
-    bool failed = false;
-    client.RunLocked([&]() REQUIRES(g_apiMutex) {
-      const failing_memory::Scope scope(failing, 1);
-      try {
-        client.EnqueueMessage(messages);
-      } catch (const std::bad_alloc&) {
-        failed = true;
-      }
-    });
-    return !failed;
+    const CallFrame frame(client);
+    if (!frame) return false;
+    const failing_memory::Scope scope(failing, 1);
+    try {
+      client.EnqueueMessage(messages);
+      return true;
+    } catch (const std::bad_alloc&) {
+      return false;
+    }
   }
 
   bool IsSignalled() {

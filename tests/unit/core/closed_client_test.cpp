@@ -32,9 +32,7 @@ class ClosedClient : public testing::Test {
 };
 
 TEST_F(ClosedClient, RunsNoWork) {
-  bool ran = false;
-  client->RunLocked([&] { ran = true; });
-  EXPECT_FALSE(ran);
+  EXPECT_FALSE(CallFrame(*client));
 }
 
 TEST_F(ClosedClient, DropsAManualRequest) {
@@ -48,7 +46,7 @@ TEST_F(ClosedClient, CallsNobodyBack) {
   KorvuISD_Callbacks callbacks{};
   callbacks.OnWedgeCapacity = [](void*, uint64_t) { received.push_back(-1); };
   callbacks.OnTiltSensitivity = [](void*, int32_t value) { received.push_back(value); };
-  client->RunLocked([&]() REQUIRES(g_apiMutex) { client->AddCallbacks(&callbacks, nullptr); });
+  if (const CallFrame frame(*client); frame) client->AddCallbacks(&callbacks, nullptr);
   client->DispatchValue(LR"(ComponentsDriver\\PenHandler\\PenTransducer\\TiltSensitivity)", L"4");
   EXPECT_TRUE(received.empty());
 }

@@ -23,7 +23,7 @@ KorvuISD_Callbacks TiltCallbacks() {
 
 void Register(SettingsClient& client) {
   const KorvuISD_Callbacks callbacks = TiltCallbacks();
-  client.RunLocked([&]() REQUIRES(g_apiMutex) { client.AddCallbacks(&callbacks, nullptr); });
+  if (const CallFrame frame(client); frame) client.AddCallbacks(&callbacks, nullptr);
 }
 
 TEST(FreshClient, IsNotConnectedAndHasNothingToSend) {
@@ -44,7 +44,7 @@ TEST(FreshClient, TakesTheVersionOfItsPredecessor) {
 
 TEST(FreshClient, TakesNoQueueOfItsPredecessor) {
   SettingsClient old(nullptr);
-  old.RunLocked([&]() REQUIRES(g_apiMutex) { old.EnqueueMessage(L"message"); });
+  if (const CallFrame frame(old); frame) old.EnqueueMessage(L"message");
   SettingsClient fresh(&old);
   EXPECT_FALSE(fresh.TakeMessage().hasMessage);
   EXPECT_EQ(old.TakeMessage().message, L"message");
@@ -87,9 +87,7 @@ TEST(ConnectionNumber, OfAnotherConnectionReachesNothing) {
   // Neither touches a client whose connection this is not.
   client.ReleasePipes(1);
   client.CloseConnection(1);
-  bool ran = false;
-  client.RunLocked([&] { ran = true; });
-  EXPECT_TRUE(ran);
+  EXPECT_TRUE(CallFrame(client));
   EXPECT_FALSE(client.Shutdown().IsSignalled());
 }
 

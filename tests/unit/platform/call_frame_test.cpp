@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <chrono>
-#include <condition_variable>
 #include <stdexcept>
 #include <thread>
 #include <vector>
@@ -12,99 +12,127 @@ using namespace KorvuISD;
 
 namespace {
 
+class Target : public CallTarget {
+ public:
+  void ShutDown() { shuttingDown = true; }
+};
+
+bool Opens(const CallTarget& target) {
+  const CallFrame frame(target);
+  return static_cast<bool>(frame);
+}
+
 // Can another thread have the lock right now?
 bool IsFree() {
-  bool ran = false;
-  std::atomic<bool> shuttingDown = false;
-  std::thread other([&] { RunLocked(shuttingDown, [&] { ran = true; }); });
+  const Target target;
+  bool opened = false;
+  std::thread other([&] { opened = Opens(target); });
   other.join();  // hangs if not
-  return ran;
+  return opened;
 }
 
-TEST(RunLocked, RunsTheWorkOnTheCallersThread) {
-  const std::atomic<bool> shuttingDown = false;
-  std::thread::id thread;
-  RunLocked(shuttingDown, [&] { thread = std::this_thread::get_id(); });
-  EXPECT_EQ(thread, std::this_thread::get_id());
-}
-
-TEST(RunLocked, SkipsTheWorkOfAClientThatShutsDown) {
-  const std::atomic<bool> shuttingDown = true;
-  bool ran = false;
-  RunLocked(shuttingDown, [&] { ran = true; });
-  EXPECT_FALSE(ran);
+TEST(CallFrame, OpensUntilTheTargetShutsDown) {
+  Target target;
+  EXPECT_TRUE(Opens(target));
+  EXPECT_TRUE(Opens(target));
+  target.ShutDown();
+  EXPECT_FALSE(Opens(target));
+  EXPECT_FALSE(Opens(target));
   EXPECT_TRUE(IsFree());
 }
 
-TEST(RunLocked, LooksAtTheShutdownOnceItHasTheLock) {
-  std::atomic<bool> shuttingDown = false;
-  bool ran = false;
+TEST(CallFrame, LooksAtTheShutdownOnceItHasTheLock) {
+  Target target;
+  bool opened = true;
   std::thread other;
-  RunLocked(shuttingDown, [&] {
-    other = std::thread([&] { RunLocked(shuttingDown, [&] { ran = true; }); });
-    // Whether it waits for the lock by now or comes later: it finds the client shutting down.
-    shuttingDown = true;
-  });
+  if (const CallFrame frame(target); frame) {
+    other = std::thread([&] { opened = Opens(target); });
+    // Whether it waits for the lock by now or comes later: it finds the target shutting down.
+    target.ShutDown();
+  }
   other.join();
-  EXPECT_FALSE(ran);
+  EXPECT_FALSE(opened);
 }
 
-TEST(RunLocked, OfAnEmptyFunctionThrows) {
-  const std::atomic<bool> shuttingDown = false;
-  EXPECT_THROW(RunLocked(shuttingDown, nullptr), std::bad_function_call);
+TEST(CallFrame, StaysOpenForTheWorkThatIsInItWhenTheTargetShutsDown) {
+  Target target;
+  const CallFrame frame(target);
+  target.ShutDown();
+  EXPECT_TRUE(frame);
+}
+
+TEST(CallFrame, LetsExceptionsThroughAndGivesTheLockBack) {
+  const Target target;
+  const auto call = [&] {
+    if (const CallFrame frame(target); frame) throw std::out_of_range("no");
+  };
+  EXPECT_THROW(call(), std::out_of_range);
   EXPECT_TRUE(IsFree());
 }
 
-TEST(RunLocked, OfAnEmptyFunctionWhileShuttingDownDoesNothing) {
-  const std::atomic<bool> shuttingDown = true;
-  EXPECT_NO_THROW(RunLocked(shuttingDown, nullptr));
-}
-
-TEST(RunLocked, LetsExceptionsThroughAndGivesTheLockBack) {
-  const std::atomic<bool> shuttingDown = false;
-  EXPECT_THROW(RunLocked(shuttingDown, [] { throw std::out_of_range("no"); }), std::out_of_range);
-  EXPECT_TRUE(IsFree());
-}
-
-TEST(RunLocked, NestsOnOneThread) {
-  const std::atomic<bool> shuttingDown = false;
+TEST(CallFrame, NestsOnOneThread) {
+  const Target target;
   std::vector<int> order;
-  RunLocked(shuttingDown, [&] {
+  const auto inner = [&] {
+    if (const CallFrame frame(target); frame) order.push_back(2);
+  };
+  const auto middle = [&] {
+    if (const CallFrame frame(target); frame) inner();
+  };
+  if (const CallFrame frame(target); frame) {
     order.push_back(1);
-    RunLocked(shuttingDown, [&] { RunLocked(shuttingDown, [&] { order.push_back(2); }); });
+    middle();
     order.push_back(3);
-  });
+  }
   EXPECT_EQ(order, std::vector<int>({1, 2, 3}));
   EXPECT_TRUE(IsFree());
 }
 
-TEST(RunLocked, NestedWorkIsSkippedOnceTheShutdownHasBegun) {
-  std::atomic<bool> shuttingDown = false;
-  bool ran = false;
-  RunLocked(shuttingDown, [&] {
-    shuttingDown = true;
-    RunLocked(shuttingDown, [&] { ran = true; });
-  });
-  EXPECT_FALSE(ran);
+TEST(CallFrame, DoesNotOpenInAnotherOnceTheShutdownHasBegun) {
+  Target target;
+  bool opened = true;
+  if (const CallFrame frame(target); frame) {
+    target.ShutDown();
+    opened = Opens(target);
+  }
+  EXPECT_FALSE(opened);
 }
 
-TEST(RunLocked, HasOneLockForAllClients) {
-  const std::atomic<bool> first = false;
-  const std::atomic<bool> second = false;
-  std::atomic<bool> secondRan = false;
+TEST(CallFrame, HasOneLockForAllTargets) {
+  const Target first;
+  const Target second;
+  std::atomic<bool> secondOpened = false;
   std::thread other;
-  RunLocked(first, [&] {
-    other = std::thread([&] { RunLocked(second, [&] { secondRan = true; }); });
+  if (const CallFrame frame(first); frame) {
+    other = std::thread([&] { secondOpened = Opens(second); });
     // Long enough for a wrong program to be seen; a right one never fails here.
     std::this_thread::sleep_for(std::chrono::milliseconds(100));
-    EXPECT_FALSE(secondRan);
-  });
+    EXPECT_FALSE(secondOpened);
+  }
   other.join();
-  EXPECT_TRUE(secondRan);
+  EXPECT_TRUE(secondOpened);
 }
 
-TEST(RunLocked, LetsOneThreadInAtATime) {
-  const std::atomic<bool> shuttingDown = false;
+// A closed frame holds the lock all the same: whoever shuts a target down and then takes the lock
+// knows that all work on it is over.
+TEST(CallFrame, HoldsTheLockThoughItIsNotOpen) {
+  Target down;
+  down.ShutDown();
+  const Target other;
+  std::atomic<bool> opened = false;
+  std::thread thread;
+  {
+    const CallFrame frame(down);
+    thread = std::thread([&] { opened = Opens(other); });
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    EXPECT_FALSE(opened);
+  }
+  thread.join();
+  EXPECT_TRUE(opened);
+}
+
+TEST(CallFrame, LetsOneThreadInAtATime) {
+  const Target target;
   int count = 0;  // not atomic: the lock is what makes it right
   std::atomic<int> inside = 0;
   std::atomic<bool> met = false;
@@ -112,11 +140,11 @@ TEST(RunLocked, LetsOneThreadInAtATime) {
   for (int thread = 0; thread < 4; ++thread) {
     threads.emplace_back([&] {
       for (int i = 0; i < 5000; ++i) {
-        RunLocked(shuttingDown, [&] {
+        if (const CallFrame frame(target); frame) {
           if (++inside != 1) met = true;
           ++count;
           --inside;
-        });
+        }
       }
     });
   }
