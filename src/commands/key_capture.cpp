@@ -18,7 +18,7 @@ constexpr std::wstring_view kCaptureSwitch =
 
 void SwitchCapture(SettingsClient& client, std::wstring_view value) {
   std::wstring message = BuildSetMessage(kCaptureSwitch, value);
-  if (const CallFrame frame(client); frame) client.EnqueueMessage(std::move(message));
+  if (const CallFrame frame(client); frame) client.Queue().EnqueueMessage(std::move(message));
 }
 
 }  // namespace

@@ -15,7 +15,7 @@ namespace KorvuISD {
 namespace {
 
 void Enqueue(SettingsClient& client, std::span<std::wstring> messages) {
-  if (const CallFrame frame(client); frame) client.EnqueueMessage(messages);
+  if (const CallFrame frame(client); frame) client.Queue().EnqueueMessage(messages);
 }
 
 // By address, not through the array: a record of another code may end before its text, and a long

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/trace.h"
+#include "transport/messages.h"
 
 namespace KorvuISD {
 namespace {
@@ -14,7 +15,7 @@ constexpr DWORD kReplyTimeoutMs = 2000;  // of each piece of the reply
 }  // namespace
 
 size_t Exchange::SendJSON(HANDLE duplexPipe) {
-  SettingsClient::Outgoing outgoing = client.TakeMessage();
+  OutboundQueue::Outgoing outgoing = TakeMessage();
   if (!outgoing.hasMessage) return 0;
 
   EventHandle event = CreateManualResetEvent();
@@ -47,6 +48,12 @@ size_t Exchange::SendJSON(HANDLE duplexPipe) {
 void Exchange::Withdraw() {
   io.Withdraw();
   io.CloseEvent();
+}
+
+OutboundQueue::Outgoing Exchange::TakeMessage() {
+  const CallFrame frame(owner);
+  if (!frame) return {};
+  return queue.TakeMessage();
 }
 
 bool Exchange::Write(HANDLE duplexPipe, std::wstring message) {
@@ -124,7 +131,7 @@ bool Exchange::Judge(const std::wstring& sent) {
       replyValue = judged.value;
       Trace(L"SendJSON: parsed key %.*s; parsed value %s.\r\n", static_cast<int>(key.size()),
             key.data(), replyValue.c_str());
-      client.DispatchValue(key, replyValue);
+      owner.DispatchValue(key, replyValue);
       return true;
     }
     case ReplyKind::kIgnoredValue:

@@ -7,16 +7,16 @@
 #include <string>
 #include <string_view>
 
-#include "core/settings_client.h"
 #include "platform/pending_io.h"
-#include "transport/messages.h"
+#include "transport/connection_owner.h"
+#include "transport/outbound_queue.h"
 
 namespace KorvuISD {
 
 // Belongs to the sync thread of one connection. There is never more than one request outstanding.
 class Exchange {
  public:
-  explicit Exchange(SettingsClient& client) : client(client) {}
+  Exchange(ConnectionOwner& owner, OutboundQueue& queue) : owner(owner), queue(queue) {}
 
   static constexpr size_t kFailed = static_cast<size_t>(-1);
 
@@ -32,6 +32,9 @@ class Exchange {
   bool ProbeAccepted() const { return probeAccepted; }
 
  private:
+  // Nothing, once the owner shuts down.
+  OutboundQueue::Outgoing TakeMessage();
+
   // Both trace what went wrong. ReceiveAck leaves the reply in `reply`; an empty one is none.
   bool Write(HANDLE duplexPipe, std::wstring message);
   void ReceiveAck(HANDLE duplexPipe);
@@ -40,7 +43,8 @@ class Exchange {
   // request is told.
   bool Judge(const std::wstring& sent);
 
-  SettingsClient& client;
+  ConnectionOwner& owner;
+  OutboundQueue& queue;
   // Lives as long as the connection: a write or read that was given up goes on until the pipe is
   // closed, and its reply may still come.
   PendingIo io;

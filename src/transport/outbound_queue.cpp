@@ -1,25 +1,15 @@
-// The queue of messages to the service: any thread appends, the sync thread takes.
+#include "transport/outbound_queue.h"
 
-#include <cstddef>
 #include <new>
-#include <utility>
-
-#include "core/settings_client.h"
 
 namespace KorvuISD {
-namespace {
 
-// Manual requests are for applications that know all of the interface.
-constexpr int32_t kManualRequestVersion = 9;
-
-}  // namespace
-
-void SettingsClient::EnqueueMessage(std::wstring message) {
+void OutboundQueue::EnqueueMessage(std::wstring message) {
   outboundQueue.push_back(std::move(message));
   SetEvent(sendEvent.Get());
 }
 
-void SettingsClient::EnqueueMessage(std::span<std::wstring> messages) {
+void OutboundQueue::EnqueueMessage(std::span<std::wstring> messages) {
   const size_t before = outboundQueue.size();
   try {
     for (std::wstring& message : messages) outboundQueue.push_back(std::move(message));
@@ -30,39 +20,58 @@ void SettingsClient::EnqueueMessage(std::span<std::wstring> messages) {
   SetEvent(sendEvent.Get());
 }
 
-void SettingsClient::SendManual(const wchar_t* message, void* context,
-                                ManualReplyCallback callback) {
-  if (APIVersion() < kManualRequestVersion) return;
-  std::wstring text = message;
-  if (const CallFrame frame(*this); frame) manualRequests.Register(text, context, callback);
-  try {
-    if (const CallFrame frame(*this); frame) EnqueueMessage(text);
-  } catch (const std::bad_alloc&) {
-    // What is not sent is not answered either: the caller hears of it here and now.
-    const MutexLock lock(g_apiMutex);
-    manualRequests.Forget(text, context);
-    throw;
-  }
+void OutboundQueue::RegisterRequest(const std::wstring& message, void* context,
+                                    ManualReplyCallback callback) {
+  manualRequests[message][context] = callback;
 }
 
-SettingsClient::Outgoing SettingsClient::TakeMessage() {
+void OutboundQueue::ForgetRequest(const std::wstring& message, void* context) {
+  const auto entry = manualRequests.find(message);
+  if (entry == manualRequests.end()) return;
+  entry->second.erase(context);
+  if (entry->second.empty()) manualRequests.erase(entry);
+}
+
+void OutboundQueue::Restart(std::deque<std::wstring>&& batch) {
+  DiscardQueue();
+  outboundQueue.swap(batch);  // moving one would need memory
+  ResetEvent(sendEvent.Get());
+  SetEvent(sendEvent.Get());
+}
+
+void OutboundQueue::DiscardQueue() {
+  for (const std::wstring& message : outboundQueue) {
+    // Answered by the next sync thread: manual callbacks run there, and outside the lock. Their
+    // place comes first: what has been taken out must not be lost for want of memory.
+    ManualCallbacks& callbacks = discardedRequests.emplace_back();
+    callbacks = TakeRequest(message);
+    if (callbacks.empty()) discardedRequests.pop_back();
+  }
+  outboundQueue.clear();
+}
+
+ManualCallbacks OutboundQueue::TakeRequest(const std::wstring& message) {
+  auto entry = manualRequests.extract(message);
+  return entry ? std::move(entry.mapped()) : ManualCallbacks();
+}
+
+OutboundQueue::Outgoing OutboundQueue::TakeMessage() {
   Outgoing outgoing;
-  const CallFrame frame(*this);
-  if (!frame || outboundQueue.empty()) return outgoing;
+  if (outboundQueue.empty()) return outgoing;
   outgoing.hasMessage = true;
   outgoing.message = std::move(outboundQueue.front());
   outboundQueue.pop_front();
   outgoing.messagesLeft = outboundQueue.size();
-  outgoing.manualCallbacks = manualRequests.Take(outgoing.message);
+  outgoing.manualCallbacks = TakeRequest(outgoing.message);
   return outgoing;
 }
 
-ManualRequests::All SettingsClient::TakeManualRequests() {
+ManualRequests OutboundQueue::TakeManualRequests() {
   const MutexLock lock(g_apiMutex);
-  return manualRequests.TakeAll();
+  return std::exchange(manualRequests, {});
 }
 
-std::vector<ManualCallbacks> SettingsClient::TakeDiscardedRequests() {
+std::vector<ManualCallbacks> OutboundQueue::TakeDiscardedRequests() {
   const MutexLock lock(g_apiMutex);
   return std::exchange(discardedRequests, {});
 }

@@ -25,6 +25,25 @@
 #include "transport/messages.h"
 
 namespace KorvuISD {
+
+struct NextSyncThread::Parts {
+  // The connection's. No lock is needed for them: nobody closes them but at its thread's request.
+  struct Handles {
+    HANDLE sendOnlyPipe;
+    HANDLE duplexPipe;
+    HANDLE shutdownEvent;
+    HANDLE sendEvent;
+  };
+
+  std::shared_ptr<ConnectionOwner> owner;
+  OutboundQueue& queue;
+  const ShutdownSignal& shutdownSignal;
+  ModuleReference library;
+  ConnectionNumber number = 0;
+  DWORD previousDelayMs = 0;
+  Handles handles{};
+};
+
 namespace {
 
 constexpr DWORD kReconnectTimeoutMs = 30000;
@@ -38,8 +57,14 @@ DWORD NextDelay(DWORD delayMs) {
 
 class SyncThread {
  public:
-  SyncThread(SettingsClient& client, ConnectionNumber number, DWORD previousDelayMs)
-      : client(client), number(number), previousDelayMs(previousDelayMs), exchange(client) {}
+  explicit SyncThread(const NextSyncThread::Parts& parts)
+      : owner(*parts.owner),
+        queue(parts.queue),
+        shutdownSignal(parts.shutdownSignal),
+        number(parts.number),
+        previousDelayMs(parts.previousDelayMs),
+        handles(parts.handles),
+        exchange(owner, queue) {}
 
   DWORD Run();
 
@@ -59,10 +84,12 @@ class SyncThread {
   bool Connect(Reconnection& reconnection);
   void Disconnect();
 
-  SettingsClient& client;
+  ConnectionOwner& owner;
+  OutboundQueue& queue;
+  const ShutdownSignal& shutdownSignal;
   const ConnectionNumber number;
   const DWORD previousDelayMs;
-  SettingsClient::Handles handles;
+  const NextSyncThread::Parts::Handles handles;
   PendingIo read;
   std::wstring message;  // the announcement that is being assembled
   std::wstring value;    // of the latest; like the message, it keeps its memory
@@ -71,7 +98,8 @@ class SyncThread {
 };
 
 DWORD SyncThread::Run() {
-  for (const ManualCallbacks& callbacks : client.TakeDiscardedRequests()) {
+  // Waits for the lock, and with it until the connection stands and is counted.
+  for (const ManualCallbacks& callbacks : queue.TakeDiscardedRequests()) {
     AnswerManualRequest(callbacks, {}, {});
   }
 
@@ -82,8 +110,7 @@ DWORD SyncThread::Run() {
     return kCouldNotStart;
   }
   read.UseEvent(std::move(readEvent));
-  handles = client.HandlesOf(number);
-  if (handles.sendOnlyPipe == INVALID_HANDLE_VALUE) {
+  if (!owner.IsCurrent(number)) {
     Trace(L"SyncThread: no connection.\r\n");
     return kCouldNotStart;
   }
@@ -207,19 +234,19 @@ void SyncThread::Announce() {
   const std::wstring_view key = announcement.key;
   Trace(L"SyncThread: parsed key %.*s; parsed value %s.\r\n", static_cast<int>(key.size()),
         key.data(), value.c_str());
-  client.DispatchValue(key, value);
+  owner.DispatchValue(key, value);
 }
 
 DWORD SyncThread::Close() {
   Disconnect();
-  client.CloseConnection(number);
+  owner.CloseConnection(number);
   return 0;
 }
 
 DWORD SyncThread::Reconnect() {
   Disconnect();
-  client.ReleasePipes(number);
-  for (const auto& [message, callbacks] : client.TakeManualRequests()) {
+  owner.ReleasePipes(number);
+  for (const auto& [message, callbacks] : queue.TakeManualRequests()) {
     AnswerManualRequest(callbacks, {}, {});
   }
 
@@ -227,10 +254,10 @@ DWORD SyncThread::Reconnect() {
   // there is no memory to keep one.
   const bool wasGood = exchange.ProbeAccepted() && !ranOutOfMemory;
   Reconnection reconnection{number, wasGood ? 0 : NextDelay(previousDelayMs)};
-  while (client.IsCurrent(number)) {
-    if (reconnection.delayMs > 0) client.Shutdown().Pause(reconnection.delayMs);
-    if (client.Shutdown().IsSignalled()) {
-      client.CloseConnection(number);
+  while (owner.IsCurrent(number)) {
+    if (reconnection.delayMs > 0) shutdownSignal.Pause(reconnection.delayMs);
+    if (shutdownSignal.IsSignalled()) {
+      owner.CloseConnection(number);
       return 0;
     }
     reconnection.foundService = false;
@@ -242,7 +269,7 @@ DWORD SyncThread::Reconnect() {
 
 bool SyncThread::Connect(Reconnection& reconnection) {
   try {
-    return client.Connect(kReconnectTimeoutMs, &reconnection) == KorvuISD_ErrorNone;
+    return owner.Connect(kReconnectTimeoutMs, &reconnection) == KorvuISD_ErrorNone;
   } catch (const std::bad_alloc&) {
     Trace(L"SyncThread: out of memory.\r\n");
     return false;
@@ -256,19 +283,8 @@ void SyncThread::Disconnect() {
   exchange.Withdraw();
 }
 
-}  // namespace
-
-struct NextSyncThread::Parts {
-  std::shared_ptr<SettingsClient> client;
-  ModuleReference library;
-  ConnectionNumber number = 0;
-  DWORD previousDelayMs = 0;
-};
-
-namespace {
-
 DWORD RunAndRelease(std::unique_ptr<NextSyncThread::Parts> parts) {
-  SyncThread thread(*parts->client, parts->number, parts->previousDelayMs);
+  SyncThread thread(*parts);
   return thread.Run();
 }
 
@@ -281,14 +297,17 @@ DWORD WINAPI SyncThreadMain(void* parameter) {
 
 }  // namespace
 
-NextSyncThread::NextSyncThread(std::shared_ptr<SettingsClient> client)
-    : parts(new Parts{std::move(client), ModuleReference()}) {}
+NextSyncThread::NextSyncThread(std::shared_ptr<ConnectionOwner> owner, OutboundQueue& queue,
+                               const ShutdownSignal& shutdownSignal)
+    : parts(new Parts{std::move(owner), queue, shutdownSignal, ModuleReference()}) {}
 
 NextSyncThread::~NextSyncThread() = default;
 
-bool NextSyncThread::Start(ConnectionNumber number, DWORD previousDelayMs) {
+bool NextSyncThread::Start(ConnectionNumber number, const PipePair& pipes, DWORD previousDelayMs) {
   parts->number = number;
   parts->previousDelayMs = previousDelayMs;
+  parts->handles = {pipes.SendOnly(), pipes.Duplex(), parts->shutdownSignal.WaitHandle(),
+                    parts->queue.SendEvent()};
   const HANDLE thread = CreateThread(nullptr, 0, SyncThreadMain, parts.get(), 0, nullptr);
   if (!thread) return false;
   static_cast<void>(parts.release());  // the thread has it now

@@ -5,7 +5,11 @@
 
 #include <memory>
 
-#include "core/settings_client.h"
+#include "platform/call_frame.h"
+#include "platform/shutdown_signal.h"
+#include "transport/connection_owner.h"
+#include "transport/outbound_queue.h"
+#include "transport/pipe_pair.h"
 
 namespace KorvuISD {
 
@@ -16,15 +20,19 @@ namespace KorvuISD {
 // there already, a connection that is open does not fail for want of it.
 class NextSyncThread {
  public:
-  explicit NextSyncThread(std::shared_ptr<SettingsClient> client);
+  // The queue and the signal are the owner's, which the thread keeps until it has ended.
+  NextSyncThread(std::shared_ptr<ConnectionOwner> owner, OutboundQueue& queue,
+                 const ShutdownSignal& shutdownSignal);
   ~NextSyncThread();
   NextSyncThread(const NextSyncThread&) = delete;
   NextSyncThread& operator=(const NextSyncThread&) = delete;
 
-  // Starts the thread of connection `number`, whose pipes are open and stored. It keeps the client
-  // and the DLL until it has ended. `previousDelayMs` is the pause before this connection, if it is
-  // a reconnection. False if the system refuses.
-  bool Start(ConnectionNumber number, DWORD previousDelayMs);
+  // Starts the thread of connection `number`, which uses `pipes` until it has had its owner close
+  // them, and keeps the DLL until it has ended. `previousDelayMs` is the pause before this
+  // connection, if it is a reconnection. The thread begins once the lock is free and its number the
+  // owner's. False if the system refuses.
+  bool Start(ConnectionNumber number, const PipePair& pipes, DWORD previousDelayMs)
+      REQUIRES(g_apiMutex);
 
   struct Parts;
 

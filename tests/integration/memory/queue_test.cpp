@@ -22,7 +22,7 @@ class QueueWithoutMemory : public testing::Test {
     if (!frame) return false;
     const failing_memory::Scope scope(failing, 1);
     try {
-      client.EnqueueMessage(messages);
+      client.Queue().EnqueueMessage(messages);
       return true;
     } catch (const std::bad_alloc&) {
       return false;
@@ -30,13 +30,19 @@ class QueueWithoutMemory : public testing::Test {
   }
 
   bool IsSignalled() {
-    return WaitForSingleObject(client.HandlesOf(0).sendEvent, 0) == WAIT_OBJECT_0;
+    const MutexLock lock(g_apiMutex);
+    return WaitForSingleObject(client.Queue().SendEvent(), 0) == WAIT_OBJECT_0;
+  }
+
+  OutboundQueue::Outgoing Take() {
+    const MutexLock lock(g_apiMutex);
+    return client.Queue().TakeMessage();
   }
 
   std::vector<std::wstring> TakeAll() {
     std::vector<std::wstring> taken;
     for (;;) {
-      const SettingsClient::Outgoing next = client.TakeMessage();
+      const OutboundQueue::Outgoing next = Take();
       if (!next.hasMessage) return taken;
       taken.push_back(next.message);
     }
@@ -46,11 +52,11 @@ class QueueWithoutMemory : public testing::Test {
   size_t TakeCallbacks() {
     size_t count = 0;
     for (;;) {
-      const SettingsClient::Outgoing next = client.TakeMessage();
+      const OutboundQueue::Outgoing next = Take();
       if (!next.hasMessage) break;
       count += next.manualCallbacks.size();
     }
-    for (const auto& [message, callbacks] : client.TakeManualRequests()) {
+    for (const auto& [message, callbacks] : client.Queue().TakeManualRequests()) {
       count += callbacks.size();
     }
     return count;

@@ -40,9 +40,10 @@ ButtonFunctionValue Assignment(int32_t function, const std::wstring& text) {
 class WriteRoutines : public testing::Test {
  protected:
   Messages Queued() {
+    const MutexLock lock(g_apiMutex);
     Messages messages;
     for (;;) {
-      SettingsClient::Outgoing outgoing = client->TakeMessage();
+      OutboundQueue::Outgoing outgoing = client->Queue().TakeMessage();
       if (!outgoing.hasMessage) return messages;
       messages.push_back(std::move(outgoing.message));
     }

@@ -26,14 +26,19 @@ void Register(SettingsClient& client) {
   if (const CallFrame frame(client); frame) client.AddCallbacks(&callbacks, nullptr);
 }
 
+OutboundQueue::Outgoing Take(SettingsClient& client) {
+  const MutexLock lock(g_apiMutex);
+  return client.Queue().TakeMessage();
+}
+
 TEST(FreshClient, IsNotConnectedAndHasNothingToSend) {
   const auto client = std::make_shared<SettingsClient>(nullptr);
   EXPECT_EQ(client->APIVersion(), 0);
-  EXPECT_FALSE(client->TakeMessage().hasMessage);
-  EXPECT_TRUE(client->TakeManualRequests().empty());
-  EXPECT_TRUE(client->TakeDiscardedRequests().empty());
-  EXPECT_FALSE(client->Shutdown().IsSignalled());
-  EXPECT_EQ(client->HandlesOf(1).sendOnlyPipe, INVALID_HANDLE_VALUE);
+  EXPECT_FALSE(Take(*client).hasMessage);
+  EXPECT_TRUE(client->Queue().TakeManualRequests().empty());
+  EXPECT_TRUE(client->Queue().TakeDiscardedRequests().empty());
+  EXPECT_TRUE(CallFrame(*client));
+  EXPECT_FALSE(client->IsCurrent(1));
 }
 
 TEST(FreshClient, TakesTheVersionOfItsPredecessor) {
@@ -44,10 +49,10 @@ TEST(FreshClient, TakesTheVersionOfItsPredecessor) {
 
 TEST(FreshClient, TakesNoQueueOfItsPredecessor) {
   SettingsClient old(nullptr);
-  if (const CallFrame frame(old); frame) old.EnqueueMessage(L"message");
+  if (const CallFrame frame(old); frame) old.Queue().EnqueueMessage(L"message");
   SettingsClient fresh(&old);
-  EXPECT_FALSE(fresh.TakeMessage().hasMessage);
-  EXPECT_EQ(old.TakeMessage().message, L"message");
+  EXPECT_FALSE(Take(fresh).hasMessage);
+  EXPECT_EQ(Take(old).message, L"message");
 }
 
 TEST(FreshClient, TakesNoManualRequestsOfItsPredecessor) {
@@ -55,8 +60,8 @@ TEST(FreshClient, TakesNoManualRequestsOfItsPredecessor) {
   old.SetAPIVersion(9);
   old.SendManual(L"request", nullptr, [](void*, const wchar_t*, size_t*, size_t) {});
   SettingsClient fresh(&old);
-  EXPECT_TRUE(fresh.TakeManualRequests().empty());
-  EXPECT_EQ(old.TakeManualRequests().size(), 1u);
+  EXPECT_TRUE(fresh.Queue().TakeManualRequests().empty());
+  EXPECT_EQ(old.Queue().TakeManualRequests().size(), 1u);
 }
 
 TEST(FreshClient, TakesNoRegistrationsOfItsPredecessor) {
@@ -88,7 +93,6 @@ TEST(ConnectionNumber, OfAnotherConnectionReachesNothing) {
   client.ReleasePipes(1);
   client.CloseConnection(1);
   EXPECT_TRUE(CallFrame(client));
-  EXPECT_FALSE(client.Shutdown().IsSignalled());
 }
 
 }  // namespace
