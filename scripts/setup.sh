@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# setup.sh [demo|test|all]: installs from Debian's packages what is missing for that purpose; does
+# setup.sh [demo|test|node|all]: installs from Debian's packages what is missing for that purpose; does
 # nothing where all is there. demo: to cross-compile and run the programs; test: to build and run the
-# tests, too; all, and by default: whatever a script of the project uses.
+# tests, too; node: to build and test the package for Node as well; all, and by default: whatever a
+# script of the project uses.
 set -euo pipefail
 
 purpose=${1:-all}
@@ -17,7 +18,7 @@ packages=(
 )
 case $purpose in
   demo) ;;
-  test | all)
+  test | node | all)
     packages+=(
       clang
       clang-14
@@ -41,6 +42,11 @@ case $purpose in
     exit 2
     ;;
 esac
+if [ "$purpose" = node ] || [ "$purpose" = all ]; then
+  # Whatever Node is there will do, and need not be Debian's.
+  command -v node >/dev/null || packages+=(nodejs)
+  command -v npm >/dev/null || packages+=(npm)
+fi
 if [ "$purpose" = all ]; then
   packages+=(
     clang-format

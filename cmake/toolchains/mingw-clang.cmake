@@ -20,6 +20,7 @@ set(CMAKE_CXX_FLAGS_INIT
 set(link_flags "-static -fuse-ld=lld -L${gcc} -L/usr/${triple}/lib")
 set(CMAKE_EXE_LINKER_FLAGS_INIT "${link_flags}")
 set(CMAKE_SHARED_LINKER_FLAGS_INIT "${link_flags}")
+set(CMAKE_MODULE_LINKER_FLAGS_INIT "${link_flags}")
 
 set(CMAKE_FIND_ROOT_PATH /usr/${triple})
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
