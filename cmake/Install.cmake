@@ -93,6 +93,11 @@ install(
   FILES ${PROJECT_SOURCE_DIR}/tools/settings-service/README.md
   DESTINATION ${CMAKE_INSTALL_DOCDIR}/tools/settings-service
   COMPONENT package)
+# The package for Node comes from scripts/test-node.sh; here is what tells of it.
+install(
+  FILES ${PROJECT_SOURCE_DIR}/bindings/node/README.md
+  DESTINATION ${CMAKE_INSTALL_DOCDIR}/bindings/node
+  COMPONENT package)
 
 file(RELATIVE_PATH headers_from_pages /prefix/${CMAKE_INSTALL_DOCDIR} /prefix/${CMAKE_INSTALL_INCLUDEDIR})
 install(

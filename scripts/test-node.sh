@@ -87,5 +87,6 @@ echo '{ "private": true, "type": "module" }' >"$project/package.json"
   exit 1
 }
 KORVU_PROJECT=$(windows_path "$project") run test/packed/program.test.mjs
-echo "test-node: all $(cat "$output"/*.txt | sed --quiet 's/^ℹ pass //p' | paste --serial --delimiters=+ | bc) tests passed"
+passed=$(cat "$output"/*.txt | sed --quiet 's/^ℹ pass //p' | paste --serial --delimiters=+)
+echo "test-node: all $((passed)) tests passed"
 echo "$tarball"

@@ -6,7 +6,7 @@ import re
 import sys
 
 source = pathlib.Path(sys.argv[1])
-FOLDERS = ('', 'docs', 'docs/decisions', 'examples', 'tools/settings-service')
+FOLDERS = ('', 'docs', 'docs/decisions', 'examples', 'bindings/node', 'tools/settings-service')
 
 
 def main():

@@ -48,8 +48,8 @@ std::vector<Field> Nothing() {
 
 // The functions. Each reads its arguments; what it returns may be null for "undefined".
 
-// (): the number of the next registration, request or task. One source for the process, so that what
-// an environment has left behind is not taken for the next one's.
+// (): the number of the next registration, request or task. One source for the process, so that
+// what an environment has left behind is not taken for the next one's.
 napi_value NextNumber(napi_env env, Arguments&) {
   static std::atomic<uint64_t> lastNumber = 0;
   return ToValue(env, static_cast<double>(++lastNumber));
@@ -288,12 +288,13 @@ napi_value Init(napi_env env, napi_value exports) {
 }  // namespace
 }  // namespace korvu_node
 
-extern "C" __declspec(dllexport) napi_value napi_register_module_v1(napi_env env,
-                                                                    napi_value exports) {
+extern "C" __declspec(dllexport) napi_value
+    napi_register_module_v1(napi_env env, napi_value exports) {
   if (!korvu_node::FindNodeApi()) {
     if (korvu_node::nodeApi.napi_throw_error) {
       korvu_node::nodeApi.napi_throw_error(
-          env, "ERR_KORVU_NODE_VERSION", "korvu-settings needs Node-API version 8: Node 16 or later");
+          env, "ERR_KORVU_NODE_VERSION",
+          "korvu-settings needs Node-API version 8: Node 16 or later");
     }
     return nullptr;
   }

@@ -1,5 +1,5 @@
-// Out of memory, a callback ends the process, as the script's engine does: an exception must not get
-// into the library. Hence "noexcept" on all of them.
+// Out of memory, a callback ends the process, as the script's engine does: an exception must not
+// get into the library. Hence "noexcept" on all of them.
 
 #include "callbacks.h"
 
@@ -158,8 +158,7 @@ KorvuISD_Callbacks CallbacksIntoMailbox() {
 void KORVUISD_CALL OnManualReply(void* context, const wchar_t* text, size_t* partLengths,
                                  size_t) noexcept {
   Post(kManualReply, context,
-       {std::wstring(text, partLengths[0]),
-        std::wstring(text + partLengths[0], partLengths[1])});
+       {std::wstring(text, partLengths[0]), std::wstring(text + partLengths[0], partLengths[1])});
 }
 
 }  // namespace korvu_node

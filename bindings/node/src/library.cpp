@@ -56,8 +56,7 @@ bool Find(HMODULE module, Function& function, const char* name) {
 }
 
 bool FindAll(HMODULE module) {
-  bool hasAll =
-      Find(module, library.SendManual, MAKEINTRESOURCEA(KORVUISD_SEND_MANUAL_ORDINAL));
+  bool hasAll = Find(module, library.SendManual, MAKEINTRESOURCEA(KORVUISD_SEND_MANUAL_ORDINAL));
   const auto find = [&](auto& function, const char* name) {
     hasAll = Find(module, function, name) && hasAll;
   };

@@ -23,8 +23,8 @@ void Mailbox::Post(Letter letter) {
   if (!wake) return;
   letters.push_back(std::move(letter));
   if (isWakeUnderway) return;
-  isWakeUnderway = nodeApi.napi_call_threadsafe_function(wake, nullptr, napi_tsfn_nonblocking) ==
-                   napi_ok;
+  isWakeUnderway =
+      nodeApi.napi_call_threadsafe_function(wake, nullptr, napi_tsfn_nonblocking) == napi_ok;
 }
 
 std::vector<Letter> Mailbox::Take(size_t fieldLimit) {

@@ -1,7 +1,8 @@
 // The functions of Node-API, found in the program that runs.
 //
-// An addon that imports them names the file that has them, which is node.exe; in Electron, and where
-// somebody has renamed Node, it is another. So this one imports none: it asks the program itself.
+// An addon that imports them names the file that has them, which is node.exe; in Electron, and
+// where somebody has renamed Node, it is another. So this one imports none: it asks the program
+// itself.
 #pragma once
 
 #define NAPI_VERSION 8

@@ -100,9 +100,8 @@ Task SetterCall(const Setter& setter, Arguments& arguments) {
     case SetterForm::kWedgeLimit: {
       const auto call = As<Export<uint32_t, uint8_t>>(setter);
       const uint32_t id = arguments.Uint32();
-      return Silent([call, id, limit = static_cast<uint8_t>(arguments.Uint32())] {
-        call(id, limit);
-      });
+      return Silent(
+          [call, id, limit = static_cast<uint8_t>(arguments.Uint32())] { call(id, limit); });
     }
     case SetterForm::kZoom: {
       const auto call = As<Export<KorvuISD_ZoomPair, KorvuISD_ZoomPair, int32_t>>(setter);
@@ -111,7 +110,8 @@ Task SetterCall(const Setter& setter, Arguments& arguments) {
       for (int32_t* number : {&first.first, &first.second, &second.first, &second.second}) {
         *number = arguments.Int32();
       }
-      return Silent([call, first, second, empty = arguments.Bool()] { call(first, second, empty); });
+      return Silent(
+          [call, first, second, empty = arguments.Bool()] { call(first, second, empty); });
     }
   }
   return {};

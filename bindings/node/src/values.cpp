@@ -62,8 +62,8 @@ napi_value ToValue(napi_env env, double number) {
 
 napi_value ToValue(napi_env env, std::wstring_view text) {
   napi_value value = nullptr;
-  nodeApi.napi_create_string_utf16(env, reinterpret_cast<const char16_t*>(text.data()),
-                                   text.size(), &value);
+  nodeApi.napi_create_string_utf16(env, reinterpret_cast<const char16_t*>(text.data()), text.size(),
+                                   &value);
   return value;
 }
 
@@ -72,7 +72,8 @@ napi_value ToValue(napi_env env, const Letter& letter) {
   nodeApi.napi_create_array_with_length(env, letter.fields.size(), &fields);
   uint32_t index = 0;
   for (const Field& field : letter.fields) {
-    const napi_value value = std::visit([&](const auto& held) { return ToValue(env, held); }, field);
+    const napi_value value =
+        std::visit([&](const auto& held) { return ToValue(env, held); }, field);
     nodeApi.napi_set_element(env, fields, index++, value);
   }
   napi_value result = nullptr;
