@@ -366,8 +366,9 @@ void Service::OnRequest(Instance& instance, const std::wstring& request) {
   uint64_t dueUs = NowUs() + plan.replyUs;
   if (const ReplyFault* const fault = FaultOf(number)) {
     const bool isValue = request.starts_with(L"{\"GetVal");
-    const bool isWatched =
-        isValue && WatchedSetting(Parse(request).value_or(Member{}).value) < kWatchedKeys.size();
+    const size_t setting =
+        isValue ? WatchedSetting(Parse(request).value_or(Member{}).value) : kWatchedKeys.size();
+    const bool isWatched = setting < kWatchedKeys.size();
     switch (fault->manner) {
       case Manner::kLate:
         dueUs += static_cast<uint64_t>(fault->value) * 1000;
@@ -385,7 +386,8 @@ void Service::OnRequest(Instance& instance, const std::wstring& request) {
         return;
       case Manner::kLong:
         if (!isValue) reply = std::wstring(1500, L' ') + reply;
-        if (isWatched) {
+        // Blanks before a number change nothing; before a text they would be another text.
+        if (isWatched && setting != kTextSetting) {
           const std::wstring value = Parse(reply).value_or(Member{}).value;
           reply = L"{\"Val\":\"" + std::wstring(1200, L' ') + value + L"\"}";
         }
