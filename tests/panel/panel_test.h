@@ -16,6 +16,11 @@ class PanelTest : public testing::Test {
     service = std::make_unique<StandInService>();
     panel = std::make_unique<Panel>();
     ASSERT_TRUE(panel->ShowsStatus(L"Connected to the settings service 6"));
+    // The other values come after the version. An announcement is read when all of them are there.
+    service->Give("announce ServiceVersion 7");
+    ASSERT_TRUE(panel->ShowsStatus(L"Connected to the settings service 7"));
+    service->Give("announce ServiceVersion " + service->Stored("ServiceVersion"));
+    ASSERT_TRUE(panel->ShowsStatus(L"Connected to the settings service 6"));
   }
   static void TearDownTestSuite() {
     EXPECT_TRUE(panel && panel->Close());
