@@ -1,4 +1,4 @@
-// How the client's connection to the service comes and goes, and what the client does beside.
+// What calls do with the client, and how its connection to the service comes and goes.
 //
 // A connection is two pipes and one sync thread. It is opened by an application thread
 // (KorvuISD_Connect) or by the sync thread that lost the one before, and always under g_apiMutex,

@@ -32,8 +32,8 @@ class ConnectionOwner : public CallTarget {
   // instance can be reached again.
   virtual void ReleasePipes(ConnectionNumber number) = 0;
 
-  // Gets a connection, which has a sync thread of its own, in the place of the one that was lost;
-  // without a reconnection, unless there is one.
+  // Waits for the service and opens a connection, which has a sync thread of its own, in the place
+  // of the one that was lost. If none was lost, it does nothing while a connection stands.
   virtual KorvuISD_Error Connect(uint32_t timeoutMs, Reconnection* reconnection) = 0;
 
   // Closes the connection for good. Does nothing if another connection stands: then its own thread

@@ -18,9 +18,9 @@
 #include <string>
 #include <utility>
 
-#include "platform/trace.h"
 #include "platform/module_reference.h"
 #include "platform/pending_io.h"
+#include "platform/trace.h"
 #include "transport/exchange.h"
 #include "transport/messages.h"
 
