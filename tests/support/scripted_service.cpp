@@ -94,6 +94,14 @@ class ScriptedService::Impl {
     std::atomic<int> accepted = 0;
   };
 
+  // The library opens the send-only pipe first. Its session may begin long after all of the batch
+  // has been answered on the other: what has not begun cannot be broken, and the library would
+  // notice nothing.
+  void WaitForSendOnlySessions() {
+    WaitUntilOrFail("the send-only pipe's session did not begin",
+                    [&] { return sendOnly.accepted >= duplex.accepted; });
+  }
+
   void BreakSessions(Side& side) {
     const std::lock_guard lock(side.sessionsMutex);
     side.sessions.Stop();
@@ -406,6 +414,7 @@ void ScriptedService::WaitForDisconnect() {
 }
 
 void ScriptedService::BreakSendOnly() {
+  impl->WaitForSendOnlySessions();
   impl->BreakSessions(impl->sendOnly);
 }
 
@@ -414,6 +423,7 @@ void ScriptedService::BreakDuplex() {
 }
 
 void ScriptedService::BreakBoth() {
+  impl->WaitForSendOnlySessions();
   impl->BreakBothSessions();
 }
 
