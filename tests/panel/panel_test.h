@@ -17,9 +17,10 @@ class PanelTest : public testing::Test {
     panel = std::make_unique<Panel>();
     ASSERT_TRUE(panel->ShowsStatus(L"Connected to the settings service 6"));
     // The other values come after the version. An announcement is read when all of them are there.
+    const std::string version = service->Stored("ServiceVersion");
     service->Give("announce ServiceVersion 7");
     ASSERT_TRUE(panel->ShowsStatus(L"Connected to the settings service 7"));
-    service->Give("announce ServiceVersion " + service->Stored("ServiceVersion"));
+    service->Give("announce ServiceVersion " + version);
     ASSERT_TRUE(panel->ShowsStatus(L"Connected to the settings service 6"));
   }
   static void TearDownTestSuite() {
