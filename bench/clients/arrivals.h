@@ -1,13 +1,13 @@
 // Counts what the service announces to a client, and takes the time of the last one.
 #pragma once
 
-#include <windows.h>
-
 #include <atomic>
 #include <cstddef>
 #include <mutex>
 #include <string>
 #include <string_view>
+
+#include <windows.h>
 
 #include "platform/unique_handle.h"
 #include "support/clock.h"

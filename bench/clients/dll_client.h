@@ -1,11 +1,11 @@
 // The library, loaded as an application loads it.
 #pragma once
 
-#include <windows.h>
-
 #include <atomic>
 #include <cstddef>
 #include <string>
+
+#include <windows.h>
 
 #include "KorvuTabletSettingsAPI.h"
 #include "clients/client.h"

@@ -3,14 +3,14 @@
 // beyond this client is its own doing.
 #pragma once
 
-#include <windows.h>
-
 #include <array>
 #include <cstddef>
 #include <deque>
 #include <mutex>
 #include <string>
 #include <vector>
+
+#include <windows.h>
 
 #include "clients/client.h"
 #include "clients/pipes.h"

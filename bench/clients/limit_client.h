@@ -2,10 +2,10 @@
 // one a whole announcement; there is no queue, no time-out, and no way to shut down in an exchange.
 #pragma once
 
-#include <windows.h>
-
 #include <string>
 #include <vector>
+
+#include <windows.h>
 
 #include "clients/client.h"
 #include "clients/pipes.h"

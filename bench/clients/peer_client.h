@@ -2,12 +2,6 @@
 // library, with a thread for the pipes, a queue, and a handler for each key.
 #pragma once
 
-#include <asio/buffer.hpp>
-#include <asio/io_context.hpp>
-#include <asio/post.hpp>
-#include <asio/windows/stream_handle.hpp>
-#include <asio/write.hpp>
-
 #include <array>
 #include <deque>
 #include <functional>
@@ -15,6 +9,11 @@
 #include <thread>
 #include <unordered_map>
 
+#include <asio/buffer.hpp>
+#include <asio/io_context.hpp>
+#include <asio/post.hpp>
+#include <asio/windows/stream_handle.hpp>
+#include <asio/write.hpp>
 #include <nlohmann/json.hpp>
 
 #include "clients/client.h"

@@ -5,9 +5,9 @@
 // counted: each costs something else in every system.
 #pragma once
 
-#include <valgrind/callgrind.h>
-
 #include <cstddef>
+
+#include <valgrind/callgrind.h>
 
 namespace Counts {
 

@@ -1,7 +1,5 @@
 #include "platform.h"
 
-#include <windows.h>
-
 #include <array>
 #include <cstdarg>
 #include <cstdio>
@@ -9,6 +7,8 @@
 #include <cstring>
 #include <string>
 #include <string_view>
+
+#include <windows.h>
 
 #include "calls.h"
 #include "charging.h"

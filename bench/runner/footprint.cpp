@@ -1,8 +1,8 @@
 #include "runner/footprint.h"
 
-#include <windows.h>
-
 #include <string>
+
+#include <windows.h>
 
 #include "runner/answers.h"
 #include "support/clock.h"

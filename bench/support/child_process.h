@@ -1,10 +1,10 @@
 // A program that is told by lines on its standard input and answers by lines on its output.
 #pragma once
 
-#include <windows.h>
-
 #include <string>
 #include <string_view>
+
+#include <windows.h>
 
 #include "platform/unique_handle.h"
 

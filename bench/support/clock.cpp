@@ -1,8 +1,8 @@
 #include "support/clock.h"
 
-#include <windows.h>
-
 #include <array>
+
+#include <windows.h>
 
 namespace Bench {
 namespace {

@@ -1,10 +1,10 @@
 // A call of the system that should not have failed: it ends the run.
 #pragma once
 
-#include <windows.h>
-
 #include <stdexcept>
 #include <string>
+
+#include <windows.h>
 
 #include <fmt/format.h>
 

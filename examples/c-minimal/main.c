@@ -1,8 +1,8 @@
 /* Connects, changes one setting, waits for the callback that tells of it, and ends. */
 
-#include <windows.h>
-
 #include <stdio.h>
+
+#include <windows.h>
 
 #include "KorvuTabletSettingsAPI.h"
 

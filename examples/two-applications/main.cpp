@@ -1,8 +1,6 @@
 // Two applications of one service: each is called back for what the other changes. The program
 // starts itself a second time; the two then change the tip's sensitivity in turns.
 
-#include <windows.h>
-
 #include <chrono>
 #include <condition_variable>
 #include <cstdint>
@@ -11,6 +9,8 @@
 #include <optional>
 #include <string>
 #include <string_view>
+
+#include <windows.h>
 
 #include "KorvuTabletSettingsAPI.h"
 #include "korvu/settings.hpp"

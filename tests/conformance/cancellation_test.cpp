@@ -1,8 +1,8 @@
 // The withdrawal of operations that are under way.
 
-#include <gtest/gtest.h>
-
 #include <thread>
+
+#include <gtest/gtest.h>
 
 #include "conformance/pipes.h"
 

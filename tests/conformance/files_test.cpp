@@ -1,15 +1,15 @@
 // Directories and files, as the trace uses them.
 
-#include <share.h>
-#include <windows.h>
-#include <shlwapi.h>
-
-#include <gtest/gtest.h>
-
 #include <array>
 #include <cstdio>
 #include <memory>
 #include <string>
+
+#include <windows.h>
+#include <share.h>
+#include <shlwapi.h>
+
+#include <gtest/gtest.h>
 
 #include "conformance/outcome.h"
 

@@ -1,9 +1,9 @@
 // What a call of the platform answered, and what it left as the thread's last error.
 #pragma once
 
-#include <windows.h>
-
 #include <ostream>
+
+#include <windows.h>
 
 namespace conformance {
 

@@ -1,9 +1,9 @@
 // How a client finds a pipe: absent, free, busy.
 
-#include <gtest/gtest.h>
-
 #include <chrono>
 #include <thread>
+
+#include <gtest/gtest.h>
 
 #include "conformance/pipes.h"
 

@@ -1,12 +1,12 @@
 // Named pipes and overlapped operations, as the tests use them.
 #pragma once
 
-#include <windows.h>
-
 #include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include <windows.h>
 
 #include "conformance/outcome.h"
 

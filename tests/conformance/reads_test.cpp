@@ -1,8 +1,8 @@
 // Overlapped reads of messages.
 
-#include <gtest/gtest.h>
-
 #include <thread>
+
+#include <gtest/gtest.h>
 
 #include "conformance/pipes.h"
 

@@ -1,9 +1,9 @@
 // Locks without a handle.
 
-#include <gtest/gtest.h>
-
 #include <thread>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "conformance/pipes.h"
 

@@ -1,12 +1,12 @@
 // Text: UTF-8, and the C runtime's own wide formats.
 
-#include <windows.h>
-
-#include <gtest/gtest.h>
-
 #include <cstdarg>
 #include <cstdio>
 #include <string>
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
 
 #include "conformance/outcome.h"
 

@@ -1,9 +1,9 @@
 // Threads, the last error that each has of its own, and the modules that their code lives in.
 
-#include <gtest/gtest.h>
-
 #include <atomic>
 #include <thread>
+
+#include <gtest/gtest.h>
 
 #include "conformance/pipes.h"
 

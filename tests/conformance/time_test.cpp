@@ -1,11 +1,11 @@
 // Time.
 
+#include <chrono>
+#include <ctime>
+
 #include <windows.h>
 
 #include <gtest/gtest.h>
-
-#include <chrono>
-#include <ctime>
 
 namespace {
 

@@ -1,10 +1,10 @@
 // The two waits.
 
-#include <gtest/gtest.h>
-
 #include <array>
 #include <chrono>
 #include <thread>
+
+#include <gtest/gtest.h>
 
 #include "conformance/pipes.h"
 

@@ -4,10 +4,10 @@
 // values fresh, and as many handles and threads in use as before.
 #pragma once
 
-#include <gmock/gmock.h>
-
 #include <cstdint>
 #include <string>
+
+#include <gmock/gmock.h>
 
 #include "integration/transport/manual_replies.h"
 #include "support/callback_recorder.h"

@@ -1,10 +1,10 @@
 // What most integration tests start with: the library, loaded, and callbacks that remember.
 #pragma once
 
-#include <gmock/gmock.h>
-
 #include <map>
 #include <string>
+
+#include <gmock/gmock.h>
 
 #include "support/callback_recorder.h"
 #include "support/expected_settings.h"

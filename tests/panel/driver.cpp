@@ -1,10 +1,10 @@
 #include "panel/driver.h"
 
-#include <commctrl.h>
-
 #include <algorithm>
 #include <array>
 #include <stdexcept>
+
+#include <commctrl.h>
 
 namespace support {
 namespace {

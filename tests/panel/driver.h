@@ -1,13 +1,13 @@
 // Drives the panel as a person would, through messages to its windows.
 #pragma once
 
-#include <windows.h>
-
 #include <algorithm>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include <windows.h>
 
 #include "support/wait.h"
 #include "tools/child_process.h"

@@ -1,10 +1,10 @@
 // Tests that share one service and one panel: a program takes a while to start.
 #pragma once
 
-#include <gmock/gmock.h>
-
 #include <memory>
 #include <string>
+
+#include <gmock/gmock.h>
 
 #include "panel/driver.h"
 

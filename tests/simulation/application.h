@@ -1,11 +1,11 @@
 // The application of a life: its threads, which call the library, and its callbacks.
 #pragma once
 
-#include <windows.h>
-
 #include <cstdint>
 #include <list>
 #include <string>
+
+#include <windows.h>
 
 #include "library.h"
 #include "plan.h"

@@ -1,11 +1,11 @@
 #include "fiber.h"
 
-#include <cxxabi.h>
-#include <sys/mman.h>
-
 #include <cstdlib>
 #include <utility>
 #include <vector>
+
+#include <cxxabi.h>
+#include <sys/mman.h>
 
 #if defined(__has_feature)
 #if __has_feature(address_sanitizer)

@@ -1,9 +1,9 @@
 #include "library.h"
 
-#include <dlfcn.h>
-
 #include <cstdio>
 #include <cstdlib>
+
+#include <dlfcn.h>
 
 #include "support/platform_double/control.h"
 

@@ -2,9 +2,9 @@
 // life.
 #pragma once
 
-#include <windows.h>
-
 #include <string>
+
+#include <windows.h>
 
 #include "support/library.h"
 

@@ -1,8 +1,8 @@
 #include "life.h"
 
-#include <sys/single_threaded.h>
-
 #include <memory>
+
+#include <sys/single_threaded.h>
 
 #include "application.h"
 #include "checkers/checkers.h"

@@ -1,9 +1,6 @@
 // simulate LIVES [SEED]: lives so many lives, from this seed on, on as many processes as told.
 // simulate --seed N [--log]: one life again; the other options come from a report of a broken one.
 
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
 #include <atomic>
@@ -17,6 +14,9 @@
 #include <sstream>
 #include <string>
 #include <vector>
+
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include "checkers/checkers.h"
 #include "judge.h"

@@ -1,12 +1,12 @@
 #include "platform_calls.h"
 
-#include <windows.h>
-#include <shlwapi.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <ctime>
 #include <string_view>
+
+#include <windows.h>
+#include <shlwapi.h>
 
 #include "support/platform_double/control.h"
 #include "trace_file.h"

@@ -2,13 +2,13 @@
 // says, and is told to the checkers.
 #pragma once
 
-#include <windows.h>
-
 #include <array>
 #include <cstdint>
 #include <map>
 #include <set>
 #include <string>
+
+#include <windows.h>
 
 #include "plan.h"
 #include "refusals.h"

@@ -1,10 +1,10 @@
 // The functions of the platform that can fail, each with the codes that it can fail with.
 #pragma once
 
-#include <windows.h>
-
 #include <cstddef>
 #include <span>
+
+#include <windows.h>
 
 namespace simulation {
 

@@ -1,10 +1,10 @@
 #include "report.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+
+#include <unistd.h>
 
 #include "judge.h"
 #include "world.h"

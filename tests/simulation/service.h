@@ -2,8 +2,6 @@
 // the plan says, until it is told to behave.
 #pragma once
 
-#include <windows.h>
-
 #include <array>
 #include <cstdint>
 #include <list>
@@ -11,6 +9,8 @@
 #include <optional>
 #include <string>
 #include <vector>
+
+#include <windows.h>
 
 #include "event.h"
 #include "plan.h"

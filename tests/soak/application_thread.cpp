@@ -1,9 +1,9 @@
 #include "soak/application_thread.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <stdexcept>
+
+#include <fmt/format.h>
 
 #include "soak/registrations.h"
 #include "support/expected_settings.h"

@@ -1,9 +1,6 @@
 // Application threads work for minutes while the service restarts, garbles and stalls. The last
 // line is the verdict, and the exit code is 0 only if it is a clean one.
 
-#include <fmt/format.h>
-
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
 #include <chrono>
@@ -15,6 +12,9 @@
 #include <string>
 #include <thread>
 #include <vector>
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
 
 #include "soak/application_thread.h"
 #include "soak/findings.h"

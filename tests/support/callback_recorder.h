@@ -1,8 +1,6 @@
 // Callbacks that remember how they were called.
 #pragma once
 
-#include <windows.h>
-
 #include <array>
 #include <chrono>
 #include <cstddef>
@@ -10,6 +8,8 @@
 #include <ostream>
 #include <string>
 #include <vector>
+
+#include <windows.h>
 
 #include "KorvuTabletSettingsAPI.h"
 #include "support/wait.h"

@@ -1,10 +1,10 @@
-#include "support/function_patch.h"
-
-#include <windows.h>
-
 #include <array>
 #include <cstdint>
 #include <cstring>
+
+#include <windows.h>
+
+#include "support/function_patch.h"
 
 namespace support {
 

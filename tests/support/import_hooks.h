@@ -4,9 +4,6 @@
 // nobody else's.
 #pragma once
 
-#include <windows.h>
-#include <shlwapi.h>
-
 #include <atomic>
 #include <ctime>
 #include <functional>
@@ -16,6 +13,9 @@
 #include <type_traits>
 #include <utility>
 #include <vector>
+
+#include <windows.h>
+#include <shlwapi.h>
 
 #include "support/library.h"
 

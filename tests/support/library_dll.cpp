@@ -1,11 +1,11 @@
-#include <gtest/gtest.h>
-
 #include <array>
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <utility>
+
+#include <gtest/gtest.h>
 
 #include "support/import_hooks.h"
 #include "support/library.h"

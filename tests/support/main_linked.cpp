@@ -2,16 +2,17 @@
 // and loaded afresh, so each test gets a process of its own: a copy of this one, as it was before
 // the first.
 
-#include <fcntl.h>
-#include <gmock/gmock.h>
-#include <sys/prctl.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <csignal>
 #include <cstdio>
 #include <string>
 #include <vector>
+
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <gmock/gmock.h>
 
 #include "support/platform_double/control.h"
 

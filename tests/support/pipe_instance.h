@@ -1,12 +1,12 @@
 // One server end of a named pipe, with every wait endable by a stop event.
 #pragma once
 
-#include <windows.h>
-
 #include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
+
+#include <windows.h>
 
 #include "support/scripted_service.h"
 

@@ -1,7 +1,6 @@
 #include "support/process_usage.h"
 
 #include <windows.h>
-
 #include <psapi.h>
 #include <tlhelp32.h>
 

@@ -1,10 +1,10 @@
 // The stand-in settings service as a process, which tests start, command, kill and start again.
 #pragma once
 
-#include <windows.h>
-
 #include <filesystem>
 #include <string>
+
+#include <windows.h>
 
 namespace support {
 

@@ -5,8 +5,6 @@
 #include <windows.h>
 #endif
 
-#include <gmock/gmock.h>
-
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
@@ -22,3 +20,5 @@
 #include <utility>
 #include <variant>
 #include <vector>
+
+#include <gmock/gmock.h>

@@ -1,10 +1,9 @@
 // capture: keystrokes from the service's `type` to the tool's output.
 
-#include "tools/tool_test.h"
-
 #include <thread>
 
 #include "support/wait.h"
+#include "tools/tool_test.h"
 
 using namespace support;
 using testing::HasSubstr;

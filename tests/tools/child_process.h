@@ -1,8 +1,6 @@
 // A program that the test starts, types to, and reads.
 #pragma once
 
-#include <windows.h>
-
 #include <condition_variable>
 #include <functional>
 #include <mutex>
@@ -11,6 +9,8 @@
 #include <string_view>
 #include <thread>
 #include <vector>
+
+#include <windows.h>
 
 #include "platform/unique_handle.h"
 

@@ -1,7 +1,5 @@
 // The service's store, script and log.
 
-#include "tools/tool_test.h"
-
 #include <chrono>
 #include <thread>
 
@@ -9,6 +7,7 @@
 
 #include "support/wait.h"
 #include "tools/text.h"
+#include "tools/tool_test.h"
 
 using namespace support;
 using testing::HasSubstr;

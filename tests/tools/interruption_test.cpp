@@ -1,10 +1,9 @@
 // Ctrl+C, at every stage of both programs.
 
-#include "tools/tool_test.h"
-
 #include <thread>
 
 #include "support/wait.h"
+#include "tools/tool_test.h"
 
 using namespace support;
 using testing::HasSubstr;

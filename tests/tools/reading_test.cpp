@@ -1,10 +1,10 @@
 // What the command-line tool shows: status, get, list, raw.
 
-#include "tools/tool_test.h"
-
 #include <algorithm>
 
 #include <nlohmann/json.hpp>
+
+#include "tools/tool_test.h"
 
 using namespace support;
 using testing::HasSubstr;

@@ -1,10 +1,10 @@
 // UTF-8 and UTF-16.
 #pragma once
 
-#include <windows.h>
-
 #include <string>
 #include <string_view>
+
+#include <windows.h>
 
 namespace support {
 

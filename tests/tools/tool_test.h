@@ -1,11 +1,11 @@
 // A test with the stand-in service, and the command-line tool to run against it.
 #pragma once
 
-#include <gmock/gmock.h>
-
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include <gmock/gmock.h>
 
 #include "tools/programs.h"
 

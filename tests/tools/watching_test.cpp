@@ -1,11 +1,11 @@
 // What `watch` prints, and what the service's commands make its clients see.
 
-#include "tools/tool_test.h"
-
 #include <set>
 #include <sstream>
 
 #include <nlohmann/json.hpp>
+
+#include "tools/tool_test.h"
 
 using namespace support;
 using testing::HasSubstr;

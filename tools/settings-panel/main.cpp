@@ -1,12 +1,11 @@
 // korvu-settings-panel: a window for the settings of the settings service of this session.
 
-#include <windows.h>
-
-#include <shellapi.h>
-
 #include <optional>
 #include <string>
 #include <vector>
+
+#include <windows.h>
+#include <shellapi.h>
 
 #include "KorvuTabletSettingsAPI.h"
 #include "main_window.h"

@@ -1,10 +1,10 @@
 #include "main_window.h"
 
-#include <commctrl.h>
-
 #include <algorithm>
 #include <array>
 #include <utility>
+
+#include <commctrl.h>
 
 #include "pages/pages.h"
 #include "status_text.h"

@@ -1,10 +1,10 @@
 // The window: a tab for each page, and below them the line that says whether the service is there.
 #pragma once
 
-#include <windows.h>
-
 #include <memory>
 #include <vector>
+
+#include <windows.h>
 
 #include "session.h"
 #include "ui/look.h"

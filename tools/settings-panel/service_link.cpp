@@ -11,8 +11,8 @@
 
 #include "KorvuTabletSettingsAPI.h"
 #include "callbacks.h"
-#include "shared/keys.h"
 #include "korvu/settings.hpp"
+#include "shared/keys.h"
 
 namespace panel {
 namespace {

@@ -1,10 +1,10 @@
 // KorvuTabletSettingsAPI.dll, loaded from the folder of the addon.
 #pragma once
 
-#include <windows.h>
-
 #include <span>
 #include <string>
+
+#include <windows.h>
 
 #include "KorvuTabletSettingsAPI.h"
 

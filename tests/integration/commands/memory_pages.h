@@ -1,11 +1,11 @@
 // Pages of memory that notice who touches them.
 #pragma once
 
-#include <windows.h>
-
 #include <atomic>
 #include <cstddef>
 #include <new>
+
+#include <windows.h>
 
 #include "support/pipe_instance.h"
 

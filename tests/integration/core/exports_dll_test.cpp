@@ -1,13 +1,13 @@
 // The DLL as a file: what it exports and imports, and how it lets itself be loaded.
 
-#include <windows.h>
-
 #include <algorithm>
 #include <cctype>
 #include <cstring>
 #include <map>
 #include <set>
 #include <span>
+
+#include <windows.h>
 
 #include "integration/integration_test.h"
 

@@ -2,14 +2,14 @@
 // says so, and no test waits.
 #pragma once
 
-#include <windows.h>
-
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
+
+#include <windows.h>
 
 #include "support/import_hooks.h"
 

@@ -1,10 +1,10 @@
 // Loading and unloading: the DLL stays while its thread runs in it, then goes, and leaves nothing
 // behind.
 
-#include <windows.h>
-
 #include <memory>
 #include <thread>
+
+#include <windows.h>
 
 #include "integration/integration_test.h"
 #include "integration/transport/gate.h"

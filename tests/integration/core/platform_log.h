@@ -10,12 +10,12 @@
 // What the C++ runtime does for itself inside the library is left out.
 #pragma once
 
-#include <windows.h>
-
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include <windows.h>
 
 #include "support/import_hooks.h"
 

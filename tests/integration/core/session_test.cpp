@@ -1,7 +1,8 @@
 // The pipes belong to a Windows session: their names end in its number.
 
-#include "integration/integration_test.h"
 #include "support/session.h"
+
+#include "integration/integration_test.h"
 
 using namespace support;
 using testing::ElementsAre;

@@ -1,9 +1,9 @@
 // The library's threads, so that a test can wait for the end of one.
 #pragma once
 
-#include <windows.h>
-
 #include <memory>
+
+#include <windows.h>
 
 #include "support/import_hooks.h"
 

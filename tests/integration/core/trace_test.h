@@ -1,15 +1,15 @@
 // What the tests of the trace share: a clock that stands still, and so files with known names.
 #pragma once
 
-#include <share.h>
-#include <windows.h>
-
 #include <cstdarg>
 #include <cstdio>
 #include <optional>
 #include <string>
 #include <type_traits>
 #include <vector>
+
+#include <windows.h>
+#include <share.h>
 
 #include "integration/integration_test.h"
 

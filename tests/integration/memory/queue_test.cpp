@@ -1,12 +1,12 @@
 // Memory that runs out while a call queues its messages: all of them are queued or none, and
 // whoever waits for them is woken if there are any.
 
-#include <gmock/gmock.h>
-
 #include <array>
 #include <new>
 #include <string>
 #include <vector>
+
+#include <gmock/gmock.h>
 
 #include "core/settings_client.h"
 #include "integration/memory/failing_memory.h"

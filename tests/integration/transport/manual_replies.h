@@ -1,14 +1,14 @@
 // Callbacks of manual requests that remember how they were called.
 #pragma once
 
-#include <windows.h>
-
 #include <functional>
 #include <map>
 #include <mutex>
 #include <ostream>
 #include <string>
 #include <vector>
+
+#include <windows.h>
 
 #include "KorvuTabletSettingsAPI.h"
 #include "support/wait.h"

@@ -2,8 +2,6 @@
 // one at a time.
 #pragma once
 
-#include <windows.h>
-
 #include <cstddef>
 #include <functional>
 #include <map>
@@ -11,6 +9,8 @@
 #include <optional>
 #include <ostream>
 #include <vector>
+
+#include <windows.h>
 
 #include "support/import_hooks.h"
 #include "support/wait.h"

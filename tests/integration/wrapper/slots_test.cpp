@@ -1,8 +1,8 @@
 // Each function stands for the slot of its name, and gets that slot's arguments.
 
-#include <gmock/gmock.h>
-
 #include <cstring>
+
+#include <gmock/gmock.h>
 
 #include "integration/wrapper/c_interface.h"
 #include "korvu/settings.hpp"

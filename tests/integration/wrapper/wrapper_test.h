@@ -1,14 +1,14 @@
 // What the wrapper's tests start with: the library behind the C interface, and a service.
 #pragma once
 
-#include <gmock/gmock.h>
-
 #include <chrono>
 #include <condition_variable>
 #include <map>
 #include <mutex>
 #include <string>
 #include <vector>
+
+#include <gmock/gmock.h>
 
 #include "integration/wrapper/c_interface.h"
 #include "korvu/settings.hpp"

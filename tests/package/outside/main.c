@@ -1,9 +1,9 @@
 /* Uses an import by name, the one by ordinal, and both kinds of callbacks. */
 
-#include <windows.h>
-
 #include <stdio.h>
 #include <wchar.h>
+
+#include <windows.h>
 
 #include "KorvuTabletSettingsAPI.h"
 

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <future>
 #include <iostream>
+
 #include <korvu/settings.hpp>
 
 int main() {

@@ -1,7 +1,7 @@
-#include <windows.h>
-
 #include <map>
 #include <string>
+
+#include <windows.h>
 
 #include "checkers.h"
 

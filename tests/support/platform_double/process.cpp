@@ -1,8 +1,8 @@
 // The process: who it is, how it talks to a debugger, and how it ends.
 
-#include <unistd.h>
-
 #include <cstdio>
+
+#include <unistd.h>
 
 #include "control.h"
 #include "files.h"

@@ -1,11 +1,11 @@
 #include "text_stream.h"
 
-#include <sys/types.h>
-#include <unistd.h>
-
 #include <cstdint>
 #include <string>
 #include <string_view>
+
+#include <sys/types.h>
+#include <unistd.h>
 
 namespace platform_double {
 namespace {

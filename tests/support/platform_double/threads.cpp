@@ -1,13 +1,13 @@
 #include "threads.h"
 
-#include <pthread.h>
-
 #include <array>
 #include <atomic>
 #include <csetjmp>
 #include <cstdlib>
 #include <memory>
 #include <thread>
+
+#include <pthread.h>
 
 #include "handle_table.h"
 #include "misuse.h"

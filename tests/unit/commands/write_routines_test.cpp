@@ -2,13 +2,13 @@
 
 #include "commands/write_routines.h"
 
-#include <gmock/gmock.h>
-
 #include <cstdint>
 #include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
+
+#include <gmock/gmock.h>
 
 #include "support/expected_settings.h"
 

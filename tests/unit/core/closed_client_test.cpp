@@ -1,9 +1,9 @@
 // A client whose connection has been closed for good, in the hands of a call that still has it.
 
-#include <gtest/gtest.h>
-
 #include <memory>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "core/settings_client.h"
 #include "support/scripted_service.h"

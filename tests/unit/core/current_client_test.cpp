@@ -1,11 +1,11 @@
 #include "core/current_client.h"
 
-#include <gtest/gtest.h>
-
 #include <atomic>
 #include <memory>
 #include <thread>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 using namespace KorvuISD;
 

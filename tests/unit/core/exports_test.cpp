@@ -1,9 +1,9 @@
 // What the exports keep, as the client has it.
 
-#include <gtest/gtest.h>
-
 #include <cstdint>
 #include <limits>
+
+#include <gtest/gtest.h>
 
 #include "KorvuTabletSettingsAPI.h"
 #include "core/current_client.h"

@@ -2,9 +2,9 @@
 
 #include "core/settings_client.h"
 
-#include <gtest/gtest.h>
-
 #include <vector>
+
+#include <gtest/gtest.h>
 
 using namespace KorvuISD;
 

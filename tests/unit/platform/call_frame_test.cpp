@@ -1,12 +1,12 @@
 #include "platform/call_frame.h"
 
-#include <gtest/gtest.h>
-
 #include <atomic>
 #include <chrono>
 #include <stdexcept>
 #include <thread>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 using namespace KorvuISD;
 

@@ -2,9 +2,9 @@
 
 #include "platform/pending_io.h"
 
-#include <gtest/gtest.h>
-
 #include <memory>
+
+#include <gtest/gtest.h>
 
 #include "unit/platform/pipe_pair.h"
 

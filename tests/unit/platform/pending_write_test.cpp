@@ -1,8 +1,8 @@
 // Overlapped writes on a real pipe.
 
-#include <gtest/gtest.h>
-
 #include <memory>
+
+#include <gtest/gtest.h>
 
 #include "platform/pending_io.h"
 #include "unit/platform/pipe_pair.h"

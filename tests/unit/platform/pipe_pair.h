@@ -1,11 +1,11 @@
 // Both ends of a message pipe in one thread: ours as the library opens it, and the service's.
 #pragma once
 
-#include <windows.h>
-
 #include <optional>
 #include <string>
 #include <string_view>
+
+#include <windows.h>
 
 #include "platform/unique_handle.h"
 

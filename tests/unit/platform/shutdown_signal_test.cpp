@@ -1,11 +1,11 @@
 #include "platform/shutdown_signal.h"
 
-#include <gtest/gtest.h>
-
 #include <atomic>
 #include <chrono>
 #include <thread>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 using namespace KorvuISD;
 

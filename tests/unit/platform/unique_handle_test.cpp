@@ -1,8 +1,8 @@
 #include "platform/unique_handle.h"
 
-#include <gtest/gtest.h>
-
 #include <type_traits>
+
+#include <gtest/gtest.h>
 
 using namespace KorvuISD;
 

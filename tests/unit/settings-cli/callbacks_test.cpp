@@ -1,14 +1,14 @@
 #include "settings-cli/callbacks.h"
 
-#include <gmock/gmock.h>
-
 #include <algorithm>
 #include <bit>
 #include <memory>
 
+#include <gmock/gmock.h>
+
 #include "settings-cli/event_text.h"
-#include "settings-cli/json_text.h"
 #include "settings-cli/inbox.h"
+#include "settings-cli/json_text.h"
 
 using namespace tool;
 

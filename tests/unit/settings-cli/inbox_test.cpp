@@ -1,8 +1,8 @@
 #include "settings-cli/inbox.h"
 
-#include <gmock/gmock.h>
-
 #include <thread>
+
+#include <gmock/gmock.h>
 
 using namespace tool;
 using namespace std::chrono_literals;

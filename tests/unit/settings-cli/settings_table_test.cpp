@@ -1,12 +1,12 @@
 #include "shared/settings_table.h"
 
-#include <gmock/gmock.h>
-
 #include <cstdint>
 #include <cstring>
 #include <iterator>
 #include <set>
 #include <string_view>
+
+#include <gmock/gmock.h>
 
 #include "settings-cli/buttons.h"
 #include "settings-cli/exit_code.h"

@@ -1,8 +1,8 @@
 #include "geometry/desktop_map.h"
 
-#include <gmock/gmock.h>
-
 #include <limits>
+
+#include <gmock/gmock.h>
 
 using namespace panel;
 

@@ -1,8 +1,8 @@
 #include "model/mailbox.h"
 
-#include <gmock/gmock.h>
-
 #include <thread>
+
+#include <gmock/gmock.h>
 
 using namespace panel;
 

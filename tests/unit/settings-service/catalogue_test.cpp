@@ -1,14 +1,14 @@
 #include "settings-service/catalogue.h"
 
-#include <gmock/gmock.h>
-
 #include <set>
 #include <string>
 #include <vector>
 
+#include <gmock/gmock.h>
+
+#include "settings-service/text.h"
 #include "settings/option_items.h"
 #include "support/expected_settings.h"
-#include "settings-service/text.h"
 
 namespace SettingsService {
 namespace {

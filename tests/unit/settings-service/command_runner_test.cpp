@@ -1,10 +1,10 @@
 #include "settings-service/command_runner.h"
 
-#include <gmock/gmock.h>
-
 #include <string>
 #include <utility>
 #include <vector>
+
+#include <gmock/gmock.h>
 
 #include "service_printers.h"
 #include "unit/settings-service/tilt_key.h"

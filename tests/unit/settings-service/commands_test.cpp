@@ -1,8 +1,8 @@
 #include "settings-service/commands.h"
 
-#include <gmock/gmock.h>
-
 #include <string>
+
+#include <gmock/gmock.h>
 
 #include "unit/settings-service/tilt_key.h"
 

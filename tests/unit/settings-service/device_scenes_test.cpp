@@ -1,8 +1,8 @@
 #include "settings-service/device_scenes.h"
 
-#include <gmock/gmock.h>
-
 #include <string>
+
+#include <gmock/gmock.h>
 
 #include "service_printers.h"
 

@@ -1,8 +1,8 @@
 #include "settings-service/key_lookup.h"
 
-#include <gtest/gtest.h>
-
 #include <string>
+
+#include <gtest/gtest.h>
 
 #include "settings-service/key_forms.h"
 #include "unit/settings-service/tilt_key.h"

@@ -1,10 +1,10 @@
 #include "settings-service/outbox.h"
 
-#include <gtest/gtest.h>
-
 #include <chrono>
 #include <memory>
 #include <string>
+
+#include <gtest/gtest.h>
 
 namespace SettingsService {
 namespace {

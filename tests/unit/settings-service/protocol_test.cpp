@@ -1,8 +1,8 @@
 #include "settings-service/protocol.h"
 
-#include <gtest/gtest.h>
-
 #include <string>
+
+#include <gtest/gtest.h>
 
 #include "settings/option_items.h"
 #include "transport/messages.h"

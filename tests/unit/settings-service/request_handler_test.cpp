@@ -1,8 +1,8 @@
 #include "settings-service/request_handler.h"
 
-#include <gmock/gmock.h>
-
 #include <string>
+
+#include <gmock/gmock.h>
 
 #include "service_printers.h"
 #include "support/expected_settings.h"

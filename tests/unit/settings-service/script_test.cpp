@@ -1,9 +1,9 @@
 #include "settings-service/script.h"
 
-#include <gmock/gmock.h>
-
 #include <string>
 #include <vector>
+
+#include <gmock/gmock.h>
 
 namespace SettingsService {
 namespace {

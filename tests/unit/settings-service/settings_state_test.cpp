@@ -1,8 +1,8 @@
 #include "settings-service/settings_state.h"
 
-#include <gmock/gmock.h>
-
 #include <string>
+
+#include <gmock/gmock.h>
 
 #include "service_printers.h"
 #include "unit/settings-service/tilt_key.h"

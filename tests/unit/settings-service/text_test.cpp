@@ -1,8 +1,8 @@
 #include "settings-service/text.h"
 
-#include <gtest/gtest.h>
-
 #include <string>
+
+#include <gtest/gtest.h>
 
 namespace SettingsService {
 namespace {

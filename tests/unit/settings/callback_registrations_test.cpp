@@ -1,10 +1,10 @@
 #include "settings/callback_registrations.h"
 
-#include <gmock/gmock.h>
-
 #include <functional>
 #include <memory>
 #include <vector>
+
+#include <gmock/gmock.h>
 
 using namespace KorvuISD;
 using testing::ElementsAre;

@@ -1,10 +1,10 @@
 #include "settings/handler_table.h"
 
-#include <gmock/gmock.h>
-
 #include <algorithm>
 #include <cwctype>
 #include <string>
+
+#include <gmock/gmock.h>
 
 #include "support/expected_settings.h"
 

@@ -1,9 +1,9 @@
 #include "settings/number_conversion.h"
 
-#include <gmock/gmock.h>
-
 #include <limits>
 #include <stdexcept>
+
+#include <gmock/gmock.h>
 
 using namespace KorvuISD;
 using testing::StrEq;

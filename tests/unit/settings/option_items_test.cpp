@@ -1,10 +1,10 @@
 #include "settings/option_items.h"
 
-#include <gmock/gmock.h>
-
 #include <string>
 #include <utility>
 #include <vector>
+
+#include <gmock/gmock.h>
 
 using namespace KorvuISD;
 using testing::ElementsAre;

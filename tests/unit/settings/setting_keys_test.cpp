@@ -1,11 +1,11 @@
 #include "settings/setting_keys.h"
 
-#include <gmock/gmock.h>
-
 #include <limits>
 #include <set>
 #include <stdexcept>
 #include <string>
+
+#include <gmock/gmock.h>
 
 #include "support/expected_settings.h"
 

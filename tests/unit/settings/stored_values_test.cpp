@@ -1,13 +1,13 @@
 // What the handlers keep of a value: the part of their work that no callback shows.
 
-#include <gmock/gmock.h>
-
 #include <algorithm>
 #include <cstdint>
 #include <span>
 #include <stdexcept>
 #include <string>
 #include <vector>
+
+#include <gmock/gmock.h>
 
 #include "settings/handler_table.h"
 #include "settings/setting_keys.h"

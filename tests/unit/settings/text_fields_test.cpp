@@ -1,8 +1,8 @@
 #include "settings/text_fields.h"
 
-#include <gtest/gtest.h>
-
 #include <string>
+
+#include <gtest/gtest.h>
 
 using namespace KorvuISD;
 

@@ -1,11 +1,11 @@
 #include "transport/outbound_queue.h"
 
-#include <gmock/gmock.h>
-
 #include <array>
 #include <deque>
 #include <string>
 #include <vector>
+
+#include <gmock/gmock.h>
 
 using namespace KorvuISD;
 using testing::ElementsAre;

@@ -1,8 +1,8 @@
 // What the buttons of the pen and the dock do.
 
 #include "KorvuTabletSettingsAPI.h"
-#include "shared/keys.h"
 #include "pages/pages.h"
+#include "shared/keys.h"
 #include "ui/function_row.h"
 
 namespace panel {

@@ -1,9 +1,9 @@
 // The pages, each in a file of its own.
 #pragma once
 
-#include <windows.h>
-
 #include <memory>
+
+#include <windows.h>
 
 #include "ui/page.h"
 

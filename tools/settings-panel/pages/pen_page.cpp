@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "shared/keys.h"
 #include "pages/pages.h"
+#include "shared/keys.h"
 #include "shared/settings_table.h"
 #include "ui/curve_view.h"
 #include "ui/setting_rows.h"

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "shared/keys.h"
 #include "pages/pages.h"
+#include "shared/keys.h"
 #include "shared/settings_table.h"
 #include "ui/function_row.h"
 #include "ui/ring_size_row.h"

@@ -1,9 +1,9 @@
 // Small helpers over the window functions.
 #pragma once
 
-#include <windows.h>
-
 #include <string>
+
+#include <windows.h>
 
 #include "geometry/shapes.h"
 

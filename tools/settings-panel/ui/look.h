@@ -2,9 +2,9 @@
 // per inch.
 #pragma once
 
-#include <windows.h>
-
 #include <string_view>
+
+#include <windows.h>
 
 namespace panel {
 

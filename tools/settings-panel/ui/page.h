@@ -1,11 +1,11 @@
 // A page of the window: rows under each other, and whatever else the page draws beside them.
 #pragma once
 
-#include <windows.h>
-
 #include <memory>
 #include <utility>
 #include <vector>
+
+#include <windows.h>
 
 #include "session.h"
 #include "ui/look.h"

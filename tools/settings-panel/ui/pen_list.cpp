@@ -1,9 +1,9 @@
 #include "ui/pen_list.h"
 
-#include <commctrl.h>
-
 #include <algorithm>
 #include <array>
+
+#include <commctrl.h>
 
 #include "ui/controls.h"
 

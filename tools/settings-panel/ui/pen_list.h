@@ -1,11 +1,11 @@
 // The pens, one a line.
 #pragma once
 
-#include <windows.h>
-
 #include <map>
 #include <string>
 #include <vector>
+
+#include <windows.h>
 
 #include "model/letters.h"
 #include "ui/look.h"

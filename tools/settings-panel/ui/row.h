@@ -1,10 +1,10 @@
 // One setting on a page: its label, its control, and a note on the change that is under way.
 #pragma once
 
-#include <windows.h>
-
 #include <string>
 #include <vector>
+
+#include <windows.h>
 
 #include "session.h"
 #include "ui/controls.h"

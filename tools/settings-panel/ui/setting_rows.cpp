@@ -1,8 +1,8 @@
 #include "ui/setting_rows.h"
 
-#include <commctrl.h>
-
 #include <algorithm>
+
+#include <commctrl.h>
 
 namespace panel {
 namespace {
