@@ -33,7 +33,7 @@ class HandledSetting {
 
 template <class Add, int32_t... kWedge>
 void AddWedges(const Add& add, std::integer_sequence<int32_t, kWedge...>) {
-  ((add(kFirstWedge + kWedge * kWedgeStride, ButtonFunction(Wedge(kWedge))),
+  ((add(kFirstWedge + kWedge * kWedgeStride, WedgeFunction(kWedge)),
     add(kFirstWedge + kWedge * kWedgeStride + kNameOffset, WedgeName(kWedge))),
    ...);
 }
@@ -55,7 +55,7 @@ std::vector<HandlerEntry> BuildHandlers() {
   add(kPenInProximity, PenInProximity());
   add(kPenSerial, PenText(&PenStaging::serialNumber));
   add(kPenId, PenText(&PenStaging::penId));
-  add(kModuleConnected, ModuleConnection(kModuleConnectionVersion));
+  add(kModuleConnected, ModuleConnection());
   add(kModuleVersion, ModuleText(&ModuleStaging::version));
   add(kModuleProductId, ModuleProductId());
   add(kModuleSerial, ModuleText(&ModuleStaging::serialNumber));
@@ -68,17 +68,17 @@ std::vector<HandlerEntry> BuildHandlers() {
   add(kEraserDouble + kNameOffset, ButtonName(&LocalValues::eraserDouble, &Slots::OnEraserDouble));
   add(kEraserLong, ButtonFunction(&LocalValues::eraserLong));
   add(kEraserLong + kNameOffset, ButtonName(&LocalValues::eraserLong, &Slots::OnEraserLong));
-  add(kUpperSideSwitch, ButtonFunction(ButtonOf(&LocalValues::upperSideSwitch)));
+  add(kUpperSideSwitch, ButtonFunction(&LocalValues::upperSideSwitch));
   add(kUpperSideSwitch + kNameOffset,
-      SideSwitchName(&LocalValues::upperSideSwitch, &Slots::OnUpperSideSwitch));
+      ButtonName(&LocalValues::upperSideSwitch, &Slots::OnUpperSideSwitch));
   add(kUpperHoverClick, HoverClick(&LocalValues::upperSideSwitch, &Slots::OnUpperSideSwitch));
-  add(kLowerSideSwitch, ButtonFunction(ButtonOf(&LocalValues::lowerSideSwitch)));
+  add(kLowerSideSwitch, ButtonFunction(&LocalValues::lowerSideSwitch));
   add(kLowerSideSwitch + kNameOffset,
-      SideSwitchName(&LocalValues::lowerSideSwitch, &Slots::OnLowerSideSwitch));
+      ButtonName(&LocalValues::lowerSideSwitch, &Slots::OnLowerSideSwitch));
   add(kLowerHoverClick, HoverClick(&LocalValues::lowerSideSwitch, &Slots::OnLowerSideSwitch));
 
   add(kPenAlertEnabled, Flag(&LocalValues::penAlertEnabled, &Slots::OnPenAlertEnabled));
-  add(kIsDockable, Feature(KORVUISD_FEATURE_DOCKABLE, &Slots::OnFeatureSupport, 5));
+  add(kIsDockable, Feature(KORVUISD_FEATURE_DOCKABLE));
   add(kPenDockPowerSaving, Flag(&LocalValues::penDockPowerSaving, &Slots::OnPenDockPowerSaving));
   add(kAutoExecuteButton, ButtonFunction(&LocalValues::autoExecuteButton));
   add(kAutoExecuteButton + kNameOffset,
@@ -90,9 +90,8 @@ std::vector<HandlerEntry> BuildHandlers() {
   add(kPenGesturesEnabled, Flag(&LocalValues::penGesturesEnabled, &Slots::OnPenGesturesEnabled, 8));
   add(kMagnifierEnabled, Flag(&LocalValues::magnifierEnabled, &Slots::OnMagnifierEnabled, 8));
 
-  add(kRadialZonesCount, ZonesCount(&LocalValues::radialZonesCount, 0, &Slots::OnRadialZonesCount));
-  add(kRadialZonesCount2,
-      ZonesCount(&LocalValues::radialZonesCount2, 1, &Slots::OnRadialZonesCount));
+  add(kRadialZonesCount, ZonesCount(&LocalValues::radialZonesCount, 0));
+  add(kRadialZonesCount2, ZonesCount(&LocalValues::radialZonesCount2, 1));
   add(kCenterRightClick, Flag(&LocalValues::centerRightClick, &Slots::OnCenterRightClick));
   AddWedges(add, std::make_integer_sequence<int32_t, kWedgeCount>());
 
@@ -119,7 +118,7 @@ std::vector<HandlerEntry> BuildHandlers() {
       FunctionOptions(&LocalValues::radialWedgeOptions, &Slots::OnRadialWedgeOptions));
   add(kDisplayZoomMap, DisplayZoomMap());
 
-  add(kOpaqueModeSupported, Feature(KORVUISD_FEATURE_OPAQUE_MODE, &Slots::OnFeatureSupport, 5));
+  add(kOpaqueModeSupported, Feature(KORVUISD_FEATURE_OPAQUE_MODE));
   add(kOpaqueEnabledGlobal, Flag(&LocalValues::opaqueEnabledGlobal, &Slots::OnOpaqueEnabledGlobal));
   add(kOpaqueInSetupGuide, Flag(&LocalValues::opaqueInSetupGuide, &Slots::OnOpaqueInSetupGuide));
   add(kOpaqueRememberDisplay,
@@ -155,13 +154,13 @@ HandlersByLength IndexHandlers() {
 // Two keys of one length are the rule and eight the most, so comparing those is less work than
 // reading a key of sixty characters for a hash; and the table's last key is found as fast as its
 // first.
-const HandlersByLength g_handlersByLength = IndexHandlers();
+const HandlersByLength kHandlersByLength = IndexHandlers();
 
 }  // namespace
 
 const SettingHandler* FindHandler(std::wstring_view key) {
-  if (key.size() >= g_handlersByLength.size()) return nullptr;
-  for (const HandlerEntry* const entry : g_handlersByLength[key.size()]) {
+  if (key.size() >= kHandlersByLength.size()) return nullptr;
+  for (const HandlerEntry* const entry : kHandlersByLength[key.size()]) {
     // Keys differ at their ends more often than at their beginnings.
     if (entry->key.back() == key.back() && entry->key == key) return &entry->handler;
   }

@@ -2,46 +2,68 @@
 
 #include <algorithm>
 #include <iterator>
-#include <utility>
 
 #include "settings/number_conversion.h"
 #include "settings/text_fields.h"
 
 namespace KorvuISD {
+namespace {
 
-ButtonPlace ButtonOf(KorvuISD_SideSwitch LocalValues::*sideSwitch) {
-  return [=](LocalValues& values) -> ButtonRecord& { return (values.*sideSwitch).button; };
+ButtonRecord& ButtonOf(ButtonRecord& button) {
+  return button;
 }
 
-ButtonPlace Wedge(size_t wedge) {
-  return [=](LocalValues& values) -> ButtonRecord& { return values.wedges[wedge]; };
+ButtonRecord& ButtonOf(KorvuISD_SideSwitch& sideSwitch) {
+  return sideSwitch.button;
 }
 
-SettingHandler ButtonFunction(ButtonPlace place) {
-  return [place = std::move(place)](SettingsModel& model, const std::wstring& value) {
-    if (value.empty()) return;
-    const int32_t function = ConvertNumber(value);
-    ButtonRecord& record = place(model.values);
-    if (function == record.function) return;
-    record.function = function;
-    std::fill(std::begin(record.name), std::end(record.name), L'\0');
+void SetFunction(ButtonRecord& button, const std::wstring& value) {
+  if (value.empty()) return;
+  const int32_t function = ConvertNumber(value);
+  if (function == button.function) return;
+  button.function = function;
+  std::fill(std::begin(button.name), std::end(button.name), L'\0');
+}
+
+template <class Record>
+SettingHandler FunctionOf(Record LocalValues::*field) {
+  return [=](SettingsModel& model, const std::wstring& value) {
+    SetFunction(ButtonOf(model.values.*field), value);
+  };
+}
+
+template <class Record, class Slot>
+SettingHandler NameOf(Record LocalValues::*field, Slot slot) {
+  return [=](SettingsModel& model, const std::wstring& value) {
+    Record& record = model.values.*field;
+    if (SetName(ButtonOf(record).name, value)) model.Fire(slot, &record, 0);
+  };
+}
+
+}  // namespace
+
+SettingHandler ButtonFunction(ButtonRecord LocalValues::*button) {
+  return FunctionOf(button);
+}
+
+SettingHandler ButtonFunction(KorvuISD_SideSwitch LocalValues::*sideSwitch) {
+  return FunctionOf(sideSwitch);
+}
+
+SettingHandler WedgeFunction(size_t wedge) {
+  return [=](SettingsModel& model, const std::wstring& value) {
+    SetFunction(model.values.wedges[wedge], value);
   };
 }
 
 SettingHandler ButtonName(ButtonRecord LocalValues::*button,
                           KorvuISD_ButtonCallback KorvuISD_Callbacks::*slot) {
-  return [=](SettingsModel& model, const std::wstring& value) {
-    ButtonRecord& record = model.values.*button;
-    if (SetName(record.name, value)) model.Fire(slot, &record, 0);
-  };
+  return NameOf(button, slot);
 }
 
-SettingHandler SideSwitchName(KorvuISD_SideSwitch LocalValues::*sideSwitch,
-                              KorvuISD_SideSwitchCallback KorvuISD_Callbacks::*slot) {
-  return [=](SettingsModel& model, const std::wstring& value) {
-    KorvuISD_SideSwitch& stored = model.values.*sideSwitch;
-    if (SetName(stored.button.name, value)) model.Fire(slot, &stored, 0);
-  };
+SettingHandler ButtonName(KorvuISD_SideSwitch LocalValues::*sideSwitch,
+                          KorvuISD_SideSwitchCallback KorvuISD_Callbacks::*slot) {
+  return NameOf(sideSwitch, slot);
 }
 
 SettingHandler WedgeName(size_t wedge) {

@@ -5,6 +5,8 @@
 namespace KorvuISD {
 namespace {
 
+constexpr int32_t kFeatureVersion = 5;
+
 int32_t AsFlag(int32_t number) {
   return number != 0 ? 1 : 0;
 }
@@ -80,27 +82,25 @@ SettingHandler HoverClick(KorvuISD_SideSwitch LocalValues::*sideSwitch,
   };
 }
 
-SettingHandler ZonesCount(uint8_t LocalValues::*field, int32_t ring,
-                          KorvuISD_ZonesCallback KorvuISD_Callbacks::*slot) {
+SettingHandler ZonesCount(uint8_t LocalValues::*field, int32_t ring) {
   return [=](SettingsModel& model, const std::wstring& value) {
     if (value.empty()) return;
     const uint8_t count = static_cast<uint8_t>(ConvertNumber(value));
     uint8_t& stored = model.values.*field;
     if (count == stored) return;
     stored = count;
-    model.Fire(slot, ring, count);
+    model.Fire(&KorvuISD_Callbacks::OnRadialZonesCount, ring, count);
   };
 }
 
-SettingHandler Feature(int32_t feature, KorvuISD_FeatureCallback KorvuISD_Callbacks::*slot,
-                       int32_t leastApiVersion) {
+SettingHandler Feature(int32_t feature) {
   return [=](SettingsModel& model, const std::wstring& value) {
-    if (model.apiVersion < leastApiVersion) return;
+    if (model.apiVersion < kFeatureVersion) return;
     const int32_t supported = value.empty() ? 0 : AsFlag(ConvertNumber(value));
     const uint32_t bit = 1U << feature;
     uint32_t& flags = model.values.featureFlags;
     flags = supported ? flags | bit : flags & ~bit;
-    model.Fire(slot, feature, supported);
+    model.Fire(&KorvuISD_Callbacks::OnFeatureSupport, feature, supported);
   };
 }
 

@@ -32,11 +32,9 @@ SettingHandler HoverClick(KorvuISD_SideSwitch LocalValues::*sideSwitch,
                           KorvuISD_SideSwitchCallback KorvuISD_Callbacks::*slot);
 
 // Number of wedges that a ring shows.
-SettingHandler ZonesCount(uint8_t LocalValues::*field, int32_t ring,
-                          KorvuISD_ZonesCallback KorvuISD_Callbacks::*slot);
+SettingHandler ZonesCount(uint8_t LocalValues::*field, int32_t ring);
 
 // Whether the tablet supports a feature; reported with every value, changed or not.
-SettingHandler Feature(int32_t feature, KorvuISD_FeatureCallback KorvuISD_Callbacks::*slot,
-                       int32_t leastApiVersion);
+SettingHandler Feature(int32_t feature);
 
 }  // namespace KorvuISD

@@ -54,9 +54,9 @@ SettingHandler ModuleText(std::wstring ModuleStaging::*field) {
   };
 }
 
-SettingHandler ModuleConnection(int32_t leastApiVersion) {
-  return [=](SettingsModel& model, const std::wstring& value) {
-    if (model.apiVersion < leastApiVersion || value.empty()) return;
+SettingHandler ModuleConnection() {
+  return [](SettingsModel& model, const std::wstring& value) {
+    if (model.apiVersion < kModuleConnectionVersion || value.empty()) return;
     const int32_t connected = ConvertNumber(value) != 0 ? 1 : 0;
     LocalValues& values = model.values;
     if (connected == values.moduleStaging.connected) return;

@@ -18,6 +18,6 @@ SettingHandler ModuleText(std::wstring ModuleStaging::*field);
 
 // Below this API version it is not known whether the module is connected.
 inline constexpr int32_t kModuleConnectionVersion = 3;
-SettingHandler ModuleConnection(int32_t leastApiVersion);
+SettingHandler ModuleConnection();
 
 }  // namespace KorvuISD
