@@ -3,7 +3,7 @@
 #include "support/system_failure.h"
 #include "transport/messages.h"
 
-namespace Bench {
+namespace bench {
 
 Arrivals::Arrivals() : finished(CreateEventW(nullptr, FALSE, FALSE, nullptr)) {
   Check(finished.IsOpen(), "CreateEventW");
@@ -36,4 +36,4 @@ bool Arrivals::IsChange(std::wstring_view message) {
   return true;
 }
 
-}  // namespace Bench
+}  // namespace bench

@@ -12,7 +12,7 @@
 #include "platform/unique_handle.h"
 #include "support/clock.h"
 
-namespace Bench {
+namespace bench {
 
 // What counts as an arrival for the clients that hand over texts: every announcement, or what
 // changes the value, like the callbacks of the others.
@@ -60,4 +60,4 @@ class Arrivals {
   std::wstring latestValue;  // under the mutex
 };
 
-}  // namespace Bench
+}  // namespace bench

@@ -6,7 +6,7 @@
 #include "settings/setting_keys.h"
 #include "transport/messages.h"
 
-namespace Bench {
+namespace bench {
 
 std::wstring_view TiltKey() {
   return KorvuISD::SettingKey(KorvuISD::kTiltSensitivity);
@@ -45,4 +45,4 @@ std::vector<std::wstring> ExchangeBatch(size_t pairs) {
   return batch;
 }
 
-}  // namespace Bench
+}  // namespace bench

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace Bench {
+namespace bench {
 
 // Keys as they stand in messages.
 std::wstring_view TiltKey();
@@ -19,4 +19,4 @@ std::vector<std::wstring> ConnectionBatch();
 // What RunExchanges sends.
 std::vector<std::wstring> ExchangeBatch(size_t pairs);
 
-}  // namespace Bench
+}  // namespace bench

@@ -10,7 +10,7 @@
 #include "support/statistics.h"
 #include "support/system_failure.h"
 
-namespace Bench {
+namespace bench {
 namespace {
 
 using KorvuISD::CreateManualResetEvent;
@@ -112,4 +112,4 @@ nlohmann::json MeasureCalls(size_t count) {
   return costs;
 }
 
-}  // namespace Bench
+}  // namespace bench

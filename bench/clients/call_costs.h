@@ -5,10 +5,10 @@
 
 #include <nlohmann/json.hpp>
 
-namespace Bench {
+namespace bench {
 
 // Microseconds for each call that the clients make to exchange messages, by name: the middle of
 // `count` calls. Calls that undo each other are measured together.
 nlohmann::json MeasureCalls(size_t count);
 
-}  // namespace Bench
+}  // namespace bench

@@ -7,7 +7,7 @@
 #include "clients/arrivals.h"
 #include "support/clock.h"
 
-namespace Bench {
+namespace bench {
 
 // What the tilt sensitivity is while nothing is to change: setting it again is not announced.
 inline constexpr uint32_t kRestingTilt = 12;
@@ -34,4 +34,4 @@ class Client {
   Arrivals& arrivals;
 };
 
-}  // namespace Bench
+}  // namespace bench

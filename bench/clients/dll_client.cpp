@@ -4,7 +4,7 @@
 #include "support/system_failure.h"
 #include "transport/messages.h"
 
-namespace Bench {
+namespace bench {
 namespace {
 
 constexpr uint32_t kConnectTimeoutMs = 10'000;
@@ -128,4 +128,4 @@ Sample DllClient::WaitFinished(const char* what) {
   return took;
 }
 
-}  // namespace Bench
+}  // namespace bench

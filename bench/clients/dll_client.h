@@ -11,7 +11,7 @@
 #include "clients/client.h"
 #include "platform/unique_handle.h"
 
-namespace Bench {
+namespace bench {
 
 class DllClient final : public Client {
  public:
@@ -61,4 +61,4 @@ class DllClient final : public Client {
 // Where the library is: beside this program.
 std::wstring LibraryPath();
 
-}  // namespace Bench
+}  // namespace bench

@@ -6,7 +6,7 @@
 #include "clients/batch.h"
 #include "support/system_failure.h"
 
-namespace Bench {
+namespace bench {
 namespace {
 
 constexpr DWORD kWriteTimeoutMs = 1000;
@@ -211,4 +211,4 @@ void FloorClient::Exchange(const std::wstring& message, HANDLE event) {
   arrivals.Reply(reply);
 }
 
-}  // namespace Bench
+}  // namespace bench

@@ -16,7 +16,7 @@
 #include "clients/pipes.h"
 #include "platform/unique_handle.h"
 
-namespace Bench {
+namespace bench {
 
 // Calls that the library makes for its failure reports and its order of work, and that the same
 // conversation could do without. Each can be left out, to see what it costs.
@@ -73,4 +73,4 @@ class FloorClient final : public Client {
   std::wstring reply;
 };
 
-}  // namespace Bench
+}  // namespace bench

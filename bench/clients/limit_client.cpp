@@ -7,7 +7,7 @@
 #include "support/system_failure.h"
 #include "transport/messages.h"
 
-namespace Bench {
+namespace bench {
 namespace {
 
 constexpr DWORD kCancelAgainMs = 10;
@@ -68,4 +68,4 @@ void LimitClient::Exchange(const std::wstring& message) {
   arrivals.Reply({reply.data(), byteCount / sizeof(wchar_t)});
 }
 
-}  // namespace Bench
+}  // namespace bench

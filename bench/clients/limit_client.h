@@ -11,7 +11,7 @@
 #include "clients/pipes.h"
 #include "platform/unique_handle.h"
 
-namespace Bench {
+namespace bench {
 
 class LimitClient final : public Client {
  public:
@@ -36,4 +36,4 @@ class LimitClient final : public Client {
   std::vector<wchar_t> reply;
 };
 
-}  // namespace Bench
+}  // namespace bench

@@ -11,7 +11,7 @@
 
 int main(int argumentCount, char** arguments) {
   try {
-    Bench::Tasks tasks(argumentCount > 1 ? arguments[1] : "none");
+    bench::Tasks tasks(argumentCount > 1 ? arguments[1] : "none");
     for (std::string line; std::getline(std::cin, line);) {
       fmt::print("{}\n", tasks.Do(nlohmann::json::parse(line)).dump());
       std::fflush(stdout);

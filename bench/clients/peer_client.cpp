@@ -7,7 +7,7 @@
 #include "clients/pipes.h"
 #include "support/system_failure.h"
 
-namespace Bench {
+namespace bench {
 namespace {
 
 constexpr DWORD kDrainTimeoutMs = 60'000;
@@ -182,4 +182,4 @@ void PeerClient::SendNext() {
                     });
 }
 
-}  // namespace Bench
+}  // namespace bench

@@ -19,7 +19,7 @@
 #include "clients/client.h"
 #include "platform/unique_handle.h"
 
-namespace Bench {
+namespace bench {
 
 class PeerClient final : public Client {
  public:
@@ -69,4 +69,4 @@ class PeerClient final : public Client {
   KorvuISD::EventHandle drained;
 };
 
-}  // namespace Bench
+}  // namespace bench

@@ -6,7 +6,7 @@
 #include "settings/number_conversion.h"
 #include "support/system_failure.h"
 
-namespace Bench {
+namespace bench {
 namespace {
 
 constexpr DWORD kWaitMs = 10'000;
@@ -38,4 +38,4 @@ Pipes OpenPipes(DWORD flags) {
   return pipes;
 }
 
-}  // namespace Bench
+}  // namespace bench

@@ -5,7 +5,7 @@
 
 #include "platform/unique_handle.h"
 
-namespace Bench {
+namespace bench {
 
 struct Pipes {
   KorvuISD::PipeHandle sendOnly;
@@ -15,4 +15,4 @@ struct Pipes {
 // Waits for the service and opens both in message mode. `flags` as CreateFileW takes them.
 Pipes OpenPipes(DWORD flags);
 
-}  // namespace Bench
+}  // namespace bench

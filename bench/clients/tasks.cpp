@@ -10,7 +10,7 @@
 #include "support/process_measures.h"
 #include "support/statistics.h"
 
-namespace Bench {
+namespace bench {
 namespace {
 
 using nlohmann::json;
@@ -187,4 +187,4 @@ json MeasureLoading(int times) {
           {"fileBytes", file.nFileSizeLow}};
 }
 
-}  // namespace Bench
+}  // namespace bench

@@ -13,7 +13,7 @@
 #include "clients/client.h"
 #include "clients/dll_client.h"
 
-namespace Bench {
+namespace bench {
 
 class Tasks {
  public:
@@ -41,4 +41,4 @@ class Tasks {
 nlohmann::json MeasureSignals(size_t count);
 nlohmann::json MeasureLoading(int times);
 
-}  // namespace Bench
+}  // namespace bench

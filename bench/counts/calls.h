@@ -4,7 +4,7 @@
 #include <array>
 #include <cstddef>
 
-namespace Counts {
+namespace counts {
 
 // clang-format off
 #define COUNTED_CALLS(X)                                                                        \
@@ -24,6 +24,6 @@ inline constexpr std::array<const char*, kCallCount> kCallNames = {COUNTED_CALLS
 #undef COUNTED_NAME
 
 // Since the row began.
-inline constinit std::array<size_t, kCallCount> calls{};
+inline constinit std::array<size_t, kCallCount> g_calls{};
 
-}  // namespace Counts
+}  // namespace counts

@@ -7,22 +7,22 @@
 
 #include "calls.h"
 
-namespace Counts {
+namespace counts {
 
-bool isCharging = false;
-size_t pauses = 0;
+bool g_isCharging = false;
+size_t g_pauses = 0;
 
 namespace {
 
-size_t allocations = 0;
-const char* currentRow = nullptr;
+size_t g_allocations = 0;
+const char* g_currentRow = nullptr;
 
 void Report() {
-  std::printf("%s\tallocations\t%zu\n", currentRow, allocations);
-  std::printf("%s\tpauses\t%zu\n", currentRow, pauses);
+  std::printf("%s\tallocations\t%zu\n", g_currentRow, g_allocations);
+  std::printf("%s\tpauses\t%zu\n", g_currentRow, g_pauses);
   for (size_t call = 0; call < kCallNames.size(); ++call) {
-    if (calls[call] > 0) {
-      std::printf("%s\t%s\t%zu\n", currentRow, kCallNames[call], calls[call]);
+    if (g_calls[call] > 0) {
+      std::printf("%s\t%s\t%zu\n", g_currentRow, kCallNames[call], g_calls[call]);
     }
   }
 }
@@ -30,27 +30,27 @@ void Report() {
 }  // namespace
 
 void BeginRow(const char* row) {
-  currentRow = row;
-  allocations = 0;
-  pauses = 0;
-  calls = {};
+  g_currentRow = row;
+  g_allocations = 0;
+  g_pauses = 0;
+  g_calls = {};
   CALLGRIND_ZERO_STATS;
-  isCharging = true;
+  g_isCharging = true;
   CALLGRIND_TOGGLE_COLLECT;
 }
 
 void EndRow() {
   CALLGRIND_TOGGLE_COLLECT;
-  isCharging = false;
-  CALLGRIND_DUMP_STATS_AT(currentRow);
+  g_isCharging = false;
+  CALLGRIND_DUMP_STATS_AT(g_currentRow);
   Report();
 }
 
-}  // namespace Counts
+}  // namespace counts
 
 // The heap's instructions are charged: they are the C library's, as those of its string functions.
 void* operator new(size_t size) {
-  if (Counts::isCharging) ++Counts::allocations;
+  if (counts::g_isCharging) ++counts::g_allocations;
   void* const memory = std::malloc(size);
   if (!memory) std::abort();
   return memory;

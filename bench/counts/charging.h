@@ -9,9 +9,9 @@
 
 #include <valgrind/callgrind.h>
 
-namespace Counts {
+namespace counts {
 
-extern bool isCharging;
+extern bool g_isCharging;
 extern size_t pauses;  // since the row began; each leaves a few instructions in the count
 
 // They switch collecting as their last and first step.
@@ -21,13 +21,13 @@ void EndRow();
 // While it lives, nothing is charged.
 class Uncharged {
  public:
-  Uncharged() : wasCharging(isCharging) {
+  Uncharged() : wasCharging(g_isCharging) {
     if (wasCharging) CALLGRIND_TOGGLE_COLLECT;
-    isCharging = false;
+    g_isCharging = false;
     ++pauses;
   }
   ~Uncharged() {
-    isCharging = wasCharging;
+    g_isCharging = wasCharging;
     if (wasCharging) CALLGRIND_TOGGLE_COLLECT;
   }
   Uncharged(const Uncharged&) = delete;
@@ -37,4 +37,4 @@ class Uncharged {
   const bool wasCharging;
 };
 
-}  // namespace Counts
+}  // namespace counts

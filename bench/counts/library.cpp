@@ -11,7 +11,7 @@
 #include "platform.h"
 #include "script.h"
 
-namespace Counts {
+namespace counts {
 namespace {
 
 void AnnounceTilt() {
@@ -122,4 +122,4 @@ void RunLibrary() {
   RunThread();
 }
 
-}  // namespace Counts
+}  // namespace counts

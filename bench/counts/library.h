@@ -1,9 +1,9 @@
 // The rows of the library.
 #pragma once
 
-namespace Counts {
+namespace counts {
 
 // Connects the library and runs through its rows.
 [[noreturn]] void RunLibrary();
 
-}  // namespace Counts
+}  // namespace counts

@@ -5,6 +5,6 @@
 #include "peer.h"
 
 int main() {
-  Counts::RunPeer();
-  Counts::RunLibrary();
+  counts::RunPeer();
+  counts::RunLibrary();
 }

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-namespace Counts {
+namespace counts {
 
 inline constexpr int32_t kTiltToSet = 7;
 
@@ -27,4 +27,4 @@ inline std::wstring ValueReply(wchar_t value) {
   return text;
 }
 
-}  // namespace Counts
+}  // namespace counts

@@ -19,7 +19,7 @@
 #include "messages.h"
 #include "settings/handler_table.h"
 
-namespace Counts {
+namespace counts {
 namespace {
 
 constexpr const char* kTiltKey = R"(ComponentsDriver\PenHandler\PenTransducer\TiltSensitivity)";
@@ -77,7 +77,7 @@ class Peer {
   bool isFormattingCharged = true;
 };
 
-bool endsWhenCalled = false;
+bool g_endsWhenCalled = false;
 
 template <class... Arguments>
 std::string Peer::Format(fmt::format_string<Arguments...> format, Arguments&&... arguments) {
@@ -103,7 +103,7 @@ Peer::Peer() {
     const int number = std::stoi(value);
     if (number == tilt) return;
     tilt = number;
-    if (endsWhenCalled) EndRow();
+    if (g_endsWhenCalled) EndRow();
   };
 }
 
@@ -163,12 +163,12 @@ void Charge(Peer& peer, const char* row, bool isUntilCalled, std::wstring (*text
   for (int round = 0; round < 4; ++round) {
     const std::wstring next = text(NextValue());
     const bool isCharged = round == 3;
-    endsWhenCalled = isCharged && isUntilCalled;
+    g_endsWhenCalled = isCharged && isUntilCalled;
     if (isCharged) BeginRow(row);
     work(peer, next);
     if (isCharged && !isUntilCalled) EndRow();
   }
-  endsWhenCalled = false;
+  g_endsWhenCalled = false;
 }
 
 const std::wstring& SentRequest() {
@@ -199,4 +199,4 @@ void RunPeer() {
   Charge(peer, "traced exchange, its formatting not charged", false, &ValueReply, exchange);
 }
 
-}  // namespace Counts
+}  // namespace counts

@@ -2,8 +2,8 @@
 // conversion, as one would without this library.
 #pragma once
 
-namespace Counts {
+namespace counts {
 
 void RunPeer();
 
-}  // namespace Counts
+}  // namespace counts

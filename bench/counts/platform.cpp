@@ -16,7 +16,7 @@
 #include "platform_double/imports.h"
 #include "script.h"
 
-using namespace Counts;
+using namespace counts;
 
 namespace {
 
@@ -25,13 +25,13 @@ struct Event {
   bool isSet;
 };
 
-std::array<Event, 16> events{};
-char sendOnlyPipe = 0;
-char duplexPipe = 0;
-char thread = 0;
-DWORD lastError = ERROR_SUCCESS;
-LPTHREAD_START_ROUTINE threadRoutine = nullptr;
-void* threadParameter = nullptr;
+std::array<Event, 16> g_events{};
+char g_sendOnlyPipe = 0;
+char g_duplexPipe = 0;
+char g_thread = 0;
+DWORD g_lastError = ERROR_SUCCESS;
+LPTHREAD_START_ROUTINE g_threadRoutine = nullptr;
+void* g_threadParameter = nullptr;
 
 // The operation under way on each pipe; a write has no buffer.
 struct Operation {
@@ -39,10 +39,10 @@ struct Operation {
   void* buffer;
   size_t written;
 };
-Operation announcing{};
-Operation exchanging{};
-std::wstring reply;
-int turnsOfBurst = 0;
+Operation g_announcing{};
+Operation g_exchanging{};
+std::wstring g_reply;
+int g_turnsOfBurst = 0;
 
 DWORD Hand(const std::wstring& message, const Operation& read) {
   const size_t byteCount = message.size() * sizeof(wchar_t);
@@ -56,30 +56,30 @@ DWORD Hand(const std::wstring& message, const Operation& read) {
 // What the library calls all the time: a count and a constant.
 
 DWORD GetLastError() {
-  ++calls[kGetLastError];
-  return lastError;
+  ++g_calls[kGetLastError];
+  return g_lastError;
 }
 
 void SetLastError(DWORD error) {
-  lastError = error;
+  g_lastError = error;
 }
 
 DWORD GetCurrentThreadId() {
-  ++calls[kGetCurrentThreadId];
+  ++g_calls[kGetCurrentThreadId];
   return 7312;
 }
 
 void AcquireSRWLockExclusive(SRWLOCK*) {
-  ++calls[kAcquireSRWLockExclusive];
+  ++g_calls[kAcquireSRWLockExclusive];
 }
 
 void ReleaseSRWLockExclusive(SRWLOCK*) {
-  ++calls[kReleaseSRWLockExclusive];
+  ++g_calls[kReleaseSRWLockExclusive];
 }
 
 HANDLE CreateEventW(LPSECURITY_ATTRIBUTES, BOOL, BOOL, LPCWSTR) {
-  ++calls[kCreateEventW];
-  for (Event& event : events) {
+  ++g_calls[kCreateEventW];
+  for (Event& event : g_events) {
     if (event.isOpen) continue;
     event = {true, false};
     return &event;
@@ -88,27 +88,27 @@ HANDLE CreateEventW(LPSECURITY_ATTRIBUTES, BOOL, BOOL, LPCWSTR) {
 }
 
 BOOL CloseHandle(HANDLE handle) {
-  ++calls[kCloseHandle];
-  if (handle >= events.data() && handle < events.data() + events.size()) {
+  ++g_calls[kCloseHandle];
+  if (handle >= g_events.data() && handle < g_events.data() + g_events.size()) {
     static_cast<Event*>(handle)->isOpen = false;
   }
   return TRUE;
 }
 
 BOOL SetEvent(HANDLE event) {
-  ++calls[kSetEvent];
+  ++g_calls[kSetEvent];
   static_cast<Event*>(event)->isSet = true;
   return TRUE;
 }
 
 BOOL ResetEvent(HANDLE event) {
-  ++calls[kResetEvent];
+  ++g_calls[kResetEvent];
   static_cast<Event*>(event)->isSet = false;
   return TRUE;
 }
 
 DWORD WaitForSingleObject(HANDLE, DWORD) {
-  ++calls[kWaitForSingleObject];
+  ++g_calls[kWaitForSingleObject];
   return WAIT_OBJECT_0;
 }
 
@@ -116,56 +116,56 @@ DWORD WaitForMultipleObjects(DWORD, const HANDLE* handles, BOOL, DWORD) {
   Reach(Point::kTurnEnds);
   const bool& isSendSet = static_cast<const Event*>(handles[1])->isSet;
   // After a setter's set message comes its value request.
-  turnsOfBurst = isSendSet ? turnsOfBurst + 1 : 1;
+  g_turnsOfBurst = isSendSet ? g_turnsOfBurst + 1 : 1;
   const Wake wake = NextWake(isSendSet);
   if (wake == Wake::kRead) Reach(Point::kAnnouncementTurnBegins);
-  if (wake == Wake::kSend && turnsOfBurst == 2) Reach(Point::kValueTurnBegins);
-  ++calls[kWaitForMultipleObjects];
+  if (wake == Wake::kSend && g_turnsOfBurst == 2) Reach(Point::kValueTurnBegins);
+  ++g_calls[kWaitForMultipleObjects];
   return WAIT_OBJECT_0 + (wake == Wake::kSend ? 1 : 2);
 }
 
 // The pipes. Every read is pending at first, as it is with a service that takes its time.
 
 BOOL ReadFile(HANDLE file, LPVOID buffer, DWORD, LPDWORD, LPOVERLAPPED overlapped) {
-  ++calls[kReadFile];
+  ++g_calls[kReadFile];
   overlapped->Internal = STATUS_PENDING;
-  lastError = ERROR_IO_PENDING;
-  (file == &sendOnlyPipe ? announcing : exchanging) = {overlapped, buffer, 0};
+  g_lastError = ERROR_IO_PENDING;
+  (file == &g_sendOnlyPipe ? g_announcing : g_exchanging) = {overlapped, buffer, 0};
   return FALSE;
 }
 
 BOOL WriteFile(HANDLE, LPCVOID bytes, DWORD size, LPDWORD, LPOVERLAPPED overlapped) {
   const Uncharged pause;
-  ++calls[kWriteFile];
-  exchanging = {overlapped, nullptr, size};
-  reply = AnswerTo({static_cast<const wchar_t*>(bytes), size / sizeof(wchar_t)});
+  ++g_calls[kWriteFile];
+  g_exchanging = {overlapped, nullptr, size};
+  g_reply = AnswerTo({static_cast<const wchar_t*>(bytes), size / sizeof(wchar_t)});
   return TRUE;
 }
 
 BOOL CancelIoEx(HANDLE, LPOVERLAPPED overlapped) {
-  ++calls[kCancelIoEx];
+  ++g_calls[kCancelIoEx];
   overlapped->Internal = 0;
   return TRUE;
 }
 
 BOOL GetOverlappedResult(HANDLE file, LPOVERLAPPED, LPDWORD byteCount, BOOL wait) {
   if (wait) {  // for the end of what was cancelled
-    ++calls[kGetOverlappedResult];
-    lastError = ERROR_OPERATION_ABORTED;
+    ++g_calls[kGetOverlappedResult];
+    g_lastError = ERROR_OPERATION_ABORTED;
     return FALSE;
   }
   Point reached = Point::kNone;
   {
     const Uncharged pause;
-    ++calls[kGetOverlappedResult];
-    if (file == &sendOnlyPipe) {
-      *byteCount = Hand(TakeAnnouncement(), announcing);
+    ++g_calls[kGetOverlappedResult];
+    if (file == &g_sendOnlyPipe) {
+      *byteCount = Hand(TakeAnnouncement(), g_announcing);
       reached = Point::kAnnouncementRead;
-    } else if (exchanging.buffer) {
-      *byteCount = Hand(reply, exchanging);
-      if (reply.starts_with(L"{\"Val\"")) reached = Point::kValueRead;
+    } else if (g_exchanging.buffer) {
+      *byteCount = Hand(g_reply, g_exchanging);
+      if (g_reply.starts_with(L"{\"Val\"")) reached = Point::kValueRead;
     } else {
-      *byteCount = static_cast<DWORD>(exchanging.written);
+      *byteCount = static_cast<DWORD>(g_exchanging.written);
     }
   }
   Reach(reached);
@@ -175,27 +175,27 @@ BOOL GetOverlappedResult(HANDLE file, LPOVERLAPPED, LPDWORD byteCount, BOOL wait
 // What opens a connection.
 
 BOOL WaitNamedPipeW(LPCWSTR, DWORD) {
-  ++calls[kWaitNamedPipeW];
+  ++g_calls[kWaitNamedPipeW];
   return TRUE;
 }
 
 HANDLE CreateFileW(LPCWSTR name, DWORD, DWORD, LPSECURITY_ATTRIBUTES, DWORD, DWORD, HANDLE) {
-  ++calls[kCreateFileW];
+  ++g_calls[kCreateFileW];
   const bool isSendOnly = std::wstring_view(name).find(L"SendOnly") != std::wstring_view::npos;
-  return isSendOnly ? &sendOnlyPipe : &duplexPipe;
+  return isSendOnly ? &g_sendOnlyPipe : &g_duplexPipe;
 }
 
 BOOL SetNamedPipeHandleState(HANDLE, LPDWORD, LPDWORD, LPDWORD) {
-  ++calls[kSetNamedPipeHandleState];
+  ++g_calls[kSetNamedPipeHandleState];
   return TRUE;
 }
 
 HANDLE CreateThread(LPSECURITY_ATTRIBUTES, SIZE_T, LPTHREAD_START_ROUTINE routine, LPVOID parameter,
                     DWORD, LPDWORD) {
-  ++calls[kCreateThread];
-  threadRoutine = routine;
-  threadParameter = parameter;
-  return &thread;
+  ++g_calls[kCreateThread];
+  g_threadRoutine = routine;
+  g_threadParameter = parameter;
+  return &g_thread;
 }
 
 DWORD GetCurrentProcessId() {
@@ -215,11 +215,11 @@ BOOL GetModuleHandleExW(DWORD, LPCWSTR, HMODULE* module) {
 // The trace.
 
 void OutputDebugStringW(LPCWSTR) {
-  ++calls[kOutputDebugStringW];
+  ++g_calls[kOutputDebugStringW];
 }
 
 void GetLocalTime(LPSYSTEMTIME time) {
-  ++calls[kGetLocalTime];
+  ++g_calls[kGetLocalTime];
   *time = {2026, 3, 6, 7, 9, 5, 17, 42};
 }
 
@@ -250,20 +250,20 @@ namespace {
 
 int Length(const wchar_t* format, va_list arguments) {
   const Uncharged pause;
-  ++calls[k_vscwprintf];
+  ++g_calls[k_vscwprintf];
   return _vscwprintf(format, arguments);
 }
 
 int Format(wchar_t* buffer, size_t capacity, const wchar_t* format, va_list arguments) {
   const Uncharged pause;
-  ++calls[k_vsnwprintf];
+  ++g_calls[k_vsnwprintf];
   return _vsnwprintf(buffer, capacity, format, arguments);
 }
 
 int Convert(UINT codePage, DWORD flags, LPCWSTR text, int length, LPSTR bytes, int size,
             LPCSTR defaultCharacter, LPBOOL usedDefault) {
   const Uncharged pause;
-  ++calls[kWideCharToMultiByte];
+  ++g_calls[kWideCharToMultiByte];
   return WideCharToMultiByte(codePage, flags, text, length, bytes, size, defaultCharacter,
                              usedDefault);
 }
@@ -312,7 +312,7 @@ void CallFreeLibraryAndExitThread(HMODULE, DWORD) {
 
 }  // namespace platform_double
 
-namespace Counts {
+namespace counts {
 
 void DiscountTheRuntime() {
   platform_double::RedirectImport("_vscwprintf", reinterpret_cast<void*>(&Length));
@@ -321,8 +321,8 @@ void DiscountTheRuntime() {
 }
 
 void RunThread() {
-  if (threadRoutine) threadRoutine(threadParameter);
+  if (g_threadRoutine) g_threadRoutine(g_threadParameter);
   std::abort();
 }
 
-}  // namespace Counts
+}  // namespace counts

@@ -1,7 +1,7 @@
 // The platform's functions that the library calls, empty but for what the script needs.
 #pragma once
 
-namespace Counts {
+namespace counts {
 
 // Takes what the C runtime formats and converts for the library out of the count.
 void DiscountTheRuntime();
@@ -9,4 +9,4 @@ void DiscountTheRuntime();
 // Runs the thread that the library has started; the script ends the program.
 [[noreturn]] void RunThread();
 
-}  // namespace Counts
+}  // namespace counts

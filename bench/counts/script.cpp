@@ -7,64 +7,64 @@
 
 #include "charging.h"
 
-namespace Counts {
+namespace counts {
 namespace {
 
-const char* nextRow = nullptr;
-Point rowBegin = Point::kNone;
-Point rowEnd = Point::kNone;
+const char* g_nextRow = nullptr;
+Point g_rowBegin = Point::kNone;
+Point g_rowEnd = Point::kNone;
 
-std::vector<Step> script;
-size_t nextStep = 0;
-std::deque<std::wstring> announcements;
-std::wstring value;
+std::vector<Step> g_script;
+size_t g_nextStep = 0;
+std::deque<std::wstring> g_announcements;
+std::wstring g_value;
 
 }  // namespace
 
 void ChargeNext(const char* row, Point begin, Point end) {
-  nextRow = row;
-  rowBegin = begin;
-  rowEnd = end;
+  g_nextRow = row;
+  g_rowBegin = begin;
+  g_rowEnd = end;
 }
 
 void Reach(Point point) {
-  if (isCharging) {
-    if (point == rowEnd) EndRow();
-  } else if (nextRow && point == rowBegin) {
-    BeginRow(std::exchange(nextRow, nullptr));
+  if (g_isCharging) {
+    if (point == g_rowEnd) EndRow();
+  } else if (g_nextRow && point == g_rowBegin) {
+    BeginRow(std::exchange(g_nextRow, nullptr));
   }
 }
 
 void Announce(std::wstring message) {
-  announcements.push_back(std::move(message));
+  g_announcements.push_back(std::move(message));
 }
 
 void AnswerWith(std::wstring next) {
-  value = std::move(next);
+  g_value = std::move(next);
 }
 
 void Play(std::vector<Step> steps) {
-  script = std::move(steps);
+  g_script = std::move(steps);
 }
 
 Wake NextWake(const bool& isSendSet) {
   for (;;) {
     if (isSendSet) return Wake::kSend;
-    if (!announcements.empty()) return Wake::kRead;
-    if (nextStep == script.size()) std::exit(EXIT_SUCCESS);
-    script[nextStep++]();
+    if (!g_announcements.empty()) return Wake::kRead;
+    if (g_nextStep == g_script.size()) std::exit(EXIT_SUCCESS);
+    g_script[g_nextStep++]();
   }
 }
 
 std::wstring TakeAnnouncement() {
-  std::wstring announcement = std::move(announcements.front());
-  announcements.pop_front();
+  std::wstring announcement = std::move(g_announcements.front());
+  g_announcements.pop_front();
   return announcement;
 }
 
 std::wstring AnswerTo(std::wstring_view message) {
   const bool isValueRequest = message.find(L"GetVal") != std::wstring_view::npos;
-  return isValueRequest ? L"{\"Val\":\"" + value + L"\"}" : L"{\"Ack\":\"1\"}";
+  return isValueRequest ? L"{\"Val\":\"" + g_value + L"\"}" : L"{\"Ack\":\"1\"}";
 }
 
-}  // namespace Counts
+}  // namespace counts

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-namespace Counts {
+namespace counts {
 
 // Where a row begins or ends.
 enum class Point {
@@ -48,4 +48,4 @@ std::wstring TakeAnnouncement();
 // The service's answer to a message.
 std::wstring AnswerTo(std::wstring_view message);
 
-}  // namespace Counts
+}  // namespace counts

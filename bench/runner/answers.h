@@ -3,7 +3,7 @@
 
 #include <nlohmann/json.hpp>
 
-namespace Bench {
+namespace bench {
 
 inline constexpr double kNsPerUs = 1e3;
 inline constexpr double kNsPerMs = 1e6;
@@ -12,4 +12,4 @@ inline double Number(const nlohmann::json& answer, const char* field) {
   return answer.at(field).get<double>();
 }
 
-}  // namespace Bench
+}  // namespace bench

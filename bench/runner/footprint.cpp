@@ -7,7 +7,7 @@
 #include "runner/answers.h"
 #include "support/clock.h"
 
-namespace Bench {
+namespace bench {
 namespace {
 
 using nlohmann::json;
@@ -38,15 +38,15 @@ void AddGrowth(Results& results, const std::string& row, const json& before, con
 void MeasureLoading(Results& results) {
   ClientProcess empty(kEmpty);
   const json loading = empty.Do({{"task", "loading"}, {"times", kLoads}});
-  results.Add(Rows::kFile, kDll, Number(loading, "fileBytes") / kBytesPerKb);
-  results.Add(Rows::kImage, kDll, Number(loading, "imageBytes") / kBytesPerKb);
-  results.Add(Rows::kLoadMemory, kDll, Number(loading, "privateBytes") / kBytesPerKb);
-  for (const double ns : loading.at("loadNs")) results.Add(Rows::kLoad, kDll, ns / kNsPerMs);
+  results.Add(rows::kFile, kDll, Number(loading, "fileBytes") / kBytesPerKb);
+  results.Add(rows::kImage, kDll, Number(loading, "imageBytes") / kBytesPerKb);
+  results.Add(rows::kLoadMemory, kDll, Number(loading, "privateBytes") / kBytesPerKb);
+  for (const double ns : loading.at("loadNs")) results.Add(rows::kLoad, kDll, ns / kNsPerMs);
 
   ClientProcess client(kDll);
   const double before = PrivateBytes(client);
   client.Do({{"task", "connect"}});
-  results.Add(Rows::kConnectedMemory, kDll,
+  results.Add(rows::kConnectedMemory, kDll,
               (PrivateBytes(client) - before) / kBytesPerKb +
                   Number(loading, "privateBytes") / kBytesPerKb);
   client.Do({{"task", "disconnect"}});
@@ -65,11 +65,11 @@ void MeasureQueue(Results& results) {
     const json took = client.Do({{"task", "fill"}, {"count", calls}});
     bytes = (PrivateBytes(client) - before) / static_cast<double>(queued);
     if (queued == 10'000) bytesOf10k = bytes;
-    results.Add(std::string(Rows::kSetterQueued) + level.name, kDll,
+    results.Add(std::string(rows::kSetterQueued) + level.name, kDll,
                 Number(took, "wallNs") / static_cast<double>(calls) / kNsPerUs);
-    results.Add(std::string(Rows::kBytesQueued) + level.name, kDll, bytes);
+    results.Add(std::string(rows::kBytesQueued) + level.name, kDll, bytes);
   }
-  results.Add(Rows::kQueueGrowth, kDll, bytes / bytesOf10k);
+  results.Add(rows::kQueueGrowth, kDll, bytes / bytesOf10k);
 }
 
 void MeasureReconnects(StandInService& service, Results& results) {
@@ -83,8 +83,8 @@ void MeasureReconnects(StandInService& service, Results& results) {
   };
   for (int i = 0; i < kWarmUp; ++i) reconnect();
   const json before = Holdings(client);
-  for (int i = 0; i < kTimes; ++i) results.Add(Rows::kLoss, kDll, reconnect() / kNsPerMs);
-  AddGrowth(results, Rows::kReconnects, before, Holdings(client));
+  for (int i = 0; i < kTimes; ++i) results.Add(rows::kLoss, kDll, reconnect() / kNsPerMs);
+  AddGrowth(results, rows::kReconnects, before, Holdings(client));
   client.Do({{"task", "disconnect"}});
 }
 
@@ -92,7 +92,7 @@ void MeasureCycles(Results& results) {
   ClientProcess client(kDll);
   const json before = client.Do({{"task", "cycles"}, {"times", kWarmUp}});
   const json after = client.Do({{"task", "cycles"}, {"times", kTimes}});
-  AddGrowth(results, Rows::kCycles, before, after);
+  AddGrowth(results, rows::kCycles, before, after);
 }
 
 // Both processes through the same seconds.
@@ -108,10 +108,10 @@ void MeasureIdle(Results& results) {
   Sleep(kIdleMs);
   const double clientTook = (Number(client.Do(task), "cpuNs") - clientBefore) / kNsPerUs;
   const double emptyTook = (Number(empty.Do(task), "cpuNs") - emptyBefore) / kNsPerUs;
-  results.Add(Rows::kIdle, kDll, clientTook);
-  results.Add(Rows::kIdle, kEmpty, emptyTook);
-  results.Add(std::string(Rows::kIdle) + ", above empty", kDll, clientTook - emptyTook);
+  results.Add(rows::kIdle, kDll, clientTook);
+  results.Add(rows::kIdle, kEmpty, emptyTook);
+  results.Add(std::string(rows::kIdle) + ", above empty", kDll, clientTook - emptyTook);
   client.Do({{"task", "disconnect"}});
 }
 
-}  // namespace Bench
+}  // namespace bench

@@ -4,7 +4,7 @@
 #include "runner/results.h"
 #include "runner/stage.h"
 
-namespace Bench {
+namespace bench {
 
 void MeasureLoading(Results& results);
 void MeasureQueue(Results& results);
@@ -12,4 +12,4 @@ void MeasureReconnects(StandInService& service, Results& results);
 void MeasureCycles(Results& results);
 void MeasureIdle(Results& results);
 
-}  // namespace Bench
+}  // namespace bench

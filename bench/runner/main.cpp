@@ -49,35 +49,35 @@ void WriteFile(const std::string& name, const std::string& text) {
   if (!file.flush()) throw std::runtime_error("cannot write " + name);
 }
 
-Bench::Results Run(const Options& options) {
-  Bench::Results results;
-  Bench::StandInService service;
+bench::Results Run(const Options& options) {
+  bench::Results results;
+  bench::StandInService service;
   {
-    Bench::Rounds rounds(service, results);
+    bench::Rounds rounds(service, results);
     for (int round = 1; round <= options.rounds; ++round) {
       Progress(fmt::format("round {} of {}", round, options.rounds));
       rounds.RunOne();
     }
   }
   Progress("loading and queue");
-  Bench::MeasureLoading(results);
-  Bench::MeasureQueue(results);
+  bench::MeasureLoading(results);
+  bench::MeasureQueue(results);
   Progress("reconnects");
-  Bench::MeasureReconnects(service, results);
+  bench::MeasureReconnects(service, results);
   Progress("connects and shutdowns");
-  Bench::MeasureCycles(results);
+  bench::MeasureCycles(results);
   Progress("idle");
-  Bench::MeasureIdle(results);
+  bench::MeasureIdle(results);
   return results;
 }
 
-int Report(const Options& options, const Bench::Results& results) {
-  fmt::print("{}\n", Bench::Table(results));
-  WriteFile(options.jsonFile, Bench::AsJson(results, options.rounds).dump(2));
-  WriteFile(options.markdownFile, Bench::MarkdownTable(results));
+int Report(const Options& options, const bench::Results& results) {
+  fmt::print("{}\n", bench::Table(results));
+  WriteFile(options.jsonFile, bench::AsJson(results, options.rounds).dump(2));
+  WriteFile(options.markdownFile, bench::MarkdownTable(results));
   const auto missing = results.Missing();
   for (const std::string& row : missing) fmt::print("missing: {}\n", row);
-  const int missed = Bench::MissedBars(results);
+  const int missed = bench::MissedBars(results);
   fmt::print("{} rows missing, {} bars missed\n", missing.size(), missed);
   if (!missing.empty()) return kMissing;
   return missed > 0 && !options.ignoresBars ? kMissed : EXIT_SUCCESS;

@@ -8,7 +8,7 @@
 
 #include "support/statistics.h"
 
-namespace Bench {
+namespace bench {
 namespace {
 
 using nlohmann::json;
@@ -135,4 +135,4 @@ int MissedBars(const Results& results) {
   return missed;
 }
 
-}  // namespace Bench
+}  // namespace bench

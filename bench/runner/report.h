@@ -7,7 +7,7 @@
 
 #include "runner/results.h"
 
-namespace Bench {
+namespace bench {
 
 std::string Table(const Results& results);
 std::string MarkdownTable(const Results& results);  // for docs/performance.md
@@ -16,4 +16,4 @@ nlohmann::json AsJson(const Results& results, int rounds);
 // How many bars of rows that are there are missed.
 int MissedBars(const Results& results);
 
-}  // namespace Bench
+}  // namespace bench

@@ -7,7 +7,7 @@
 
 #include "support/statistics.h"
 
-namespace Bench {
+namespace bench {
 
 const std::vector<double>& Results::Of(const std::string& row, const std::string& client) const {
   static const std::vector<double> none;
@@ -40,4 +40,4 @@ std::vector<Verdict> Judge(const Row& row, const Results& results) {
   return verdicts;
 }
 
-}  // namespace Bench
+}  // namespace bench

@@ -8,7 +8,7 @@
 
 #include "runner/rows.h"
 
-namespace Bench {
+namespace bench {
 
 class Results {
  public:
@@ -36,4 +36,4 @@ struct Verdict {
 // Of a row that is not missing.
 std::vector<Verdict> Judge(const Row& row, const Results& results);
 
-}  // namespace Bench
+}  // namespace bench

@@ -9,7 +9,7 @@
 #include "support/clock.h"
 #include "support/statistics.h"
 
-namespace Bench {
+namespace bench {
 namespace {
 
 using nlohmann::json;
@@ -42,8 +42,8 @@ Rounds::Rounds(StandInService& service, Results& results) : service(service), re
 
 void Rounds::RunOne() {
   Exchanges();
-  Bursts("ServiceVersion", Rows::kFirstKey, WithVariants(kFour));
-  Bursts("OpaqueDisplayPath", Rows::kLastKey, kFour);
+  Bursts("ServiceVersion", rows::kFirstKey, WithVariants(kFour));
+  Bursts("OpaqueDisplayPath", rows::kLastKey, kFour);
   BurstsUnderTraffic();
   Latencies();
   Setters();
@@ -65,8 +65,8 @@ void Rounds::TakeConnected(const std::vector<std::string>& names, const Turn& tu
 void Rounds::Exchanges() {
   const auto turn = [&](const std::string& name, ClientProcess& client) {
     const json took = client.Do({{"task", "exchanges"}, {"pairs", kPairs}});
-    results.Add(Rows::kExchangeWall, name, Number(took, "wallNs") / kExchanges / kNsPerUs);
-    results.Add(Rows::kExchangeCpu, name, Number(took, "cpuNs") / kExchanges / kNsPerUs);
+    results.Add(rows::kExchangeWall, name, Number(took, "wallNs") / kExchanges / kNsPerUs);
+    results.Add(rows::kExchangeCpu, name, Number(took, "cpuNs") / kExchanges / kNsPerUs);
   };
   TakeConnected(WithVariants(kFour), turn);
   TakeConnected({kTracing}, [&](const std::string& name, ClientProcess& client) {
@@ -98,7 +98,7 @@ void Rounds::BurstsUnderTraffic() {
     client.Begin({{"task", "wait"}});
     service.Do(fmt::format("burst ServiceVersion {}", kBurst));
     const json end = client.End();
-    results.Add(std::string(Rows::kTraffic) + ", lost", name, kBurst - Number(end, "count"));
+    results.Add(std::string(rows::kTraffic) + ", lost", name, kBurst - Number(end, "count"));
   });
 }
 
@@ -117,30 +117,30 @@ void Rounds::Latencies() {
       took.push_back(Number(client.Do({{"task", "wait"}}), "atNs") - static_cast<double>(begin));
     }
     took.pop_back();
-    add(Rows::kAnnouncement, name, Percentile(took, 0.50), Percentile(took, 0.99));
+    add(rows::kAnnouncement, name, Percentile(took, 0.50), Percentile(took, 0.99));
 
     const json setters = client.Do({{"task", "setterLatency"}, {"count", kLatencies}});
-    add(Rows::kSetterCallback, name, Number(setters, "p50Ns"), Number(setters, "p99Ns"));
+    add(rows::kSetterCallback, name, Number(setters, "p50Ns"), Number(setters, "p99Ns"));
   });
 }
 
 void Rounds::Setters() {
   Take(kQueued, [&](const std::string& name, ClientProcess& client) {
     const json took = client.Do({{"task", "setters"}, {"count", kSetterCalls}});
-    results.Add(Rows::kSetterOffline, name, Number(took, "nsPerCall") / kNsPerUs);
+    results.Add(rows::kSetterOffline, name, Number(took, "nsPerCall") / kNsPerUs);
   });
   // What no setter goes below: the signal to its thread.
   const json signals = Process(kLimit).Do({{"task", "signals"}, {"count", kSetterCalls}});
-  results.Add(Rows::kSetterOffline, kLimit, Number(signals, "nsPerCall") / kNsPerUs);
+  results.Add(rows::kSetterOffline, kLimit, Number(signals, "nsPerCall") / kNsPerUs);
   Take(kFour, [&](const std::string& name, ClientProcess& client) {
     const json took = client.Do({{"task", "connect"}});
-    results.Add(Rows::kConnect, name, Number(took, "wallNs") / kNsPerMs);
+    results.Add(rows::kConnect, name, Number(took, "wallNs") / kNsPerMs);
     client.Do({{"task", "disconnect"}});
   });
   TakeConnected(kQueued, [&](const std::string& name, ClientProcess& client) {
     const json took =
         client.Do({{"task", "setters"}, {"count", kConnectedSetterCalls}, {"pauseMs", kPauseMs}});
-    results.Add(Rows::kSetterOnline, name, Number(took, "nsPerCall") / kNsPerUs);
+    results.Add(rows::kSetterOnline, name, Number(took, "nsPerCall") / kNsPerUs);
   });
 }
 
@@ -148,4 +148,4 @@ ClientProcess& Rounds::Process(const std::string& name) {
   return clients.at(name == kTracing ? kDll : name);
 }
 
-}  // namespace Bench
+}  // namespace bench

@@ -12,7 +12,7 @@
 #include "runner/results.h"
 #include "runner/stage.h"
 
-namespace Bench {
+namespace bench {
 
 class Rounds {
  public:
@@ -43,4 +43,4 @@ class Rounds {
   std::mt19937 order;  // the same in each run
 };
 
-}  // namespace Bench
+}  // namespace bench

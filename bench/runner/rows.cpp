@@ -1,6 +1,6 @@
 #include "runner/rows.h"
 
-namespace Bench {
+namespace bench {
 namespace {
 
 // Measuring itself takes this much of an idle process's processor time, give or take.
@@ -23,7 +23,7 @@ std::vector<Row> BuildRows() {
   std::vector<std::string> all = five;
   all.insert(all.end(), std::begin(kWithout), std::end(kWithout));
 
-  using namespace Rows;
+  using namespace rows;
   std::vector<Row> rows = {
       {kExchangeWall, "us", all, nearFloor},
       {kExchangeCpu, "us", all, nearFloor},
@@ -72,4 +72,4 @@ const std::vector<Row>& AllRows() {
   return rows;
 }
 
-}  // namespace Bench
+}  // namespace bench

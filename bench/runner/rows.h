@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace Bench {
+namespace bench {
 
 // The clients that are measured, by the names of their columns.
 inline constexpr const char* kDll = "dll";
@@ -37,7 +37,7 @@ struct Row {
 };
 
 // Names of rows that are measured at several places.
-namespace Rows {
+namespace rows {
 inline constexpr const char* kExchangeWall = "exchange, wall";
 inline constexpr const char* kExchangeCpu = "exchange, client CPU";
 inline constexpr const char* kFirstKey = "burst of 5,000, first key";
@@ -60,7 +60,7 @@ inline constexpr const char* kConnectedMemory = "private memory, connected";
 inline constexpr const char* kReconnects = "200 reconnects";
 inline constexpr const char* kCycles = "200 connects and shutdowns";
 inline constexpr const char* kIdle = "CPU of 5 idle seconds";
-}  // namespace Rows
+}  // namespace rows
 
 // How many messages the queue is filled with, and what the rows call it.
 struct QueueLevel {
@@ -72,4 +72,4 @@ inline constexpr QueueLevel kQueueLevels[] = {
 
 const std::vector<Row>& AllRows();
 
-}  // namespace Bench
+}  // namespace bench

@@ -4,7 +4,7 @@
 
 #include <fmt/format.h>
 
-namespace Bench {
+namespace bench {
 
 StandInService::StandInService() : process(L"korvu-settings-service.exe", L"--exit-with-stdin") {
   if (process.ReadLine() != "ready") throw std::runtime_error("the stand-in service is not ready");
@@ -24,4 +24,4 @@ nlohmann::json ClientProcess::Do(const nlohmann::json& task) {
   return End();
 }
 
-}  // namespace Bench
+}  // namespace bench

@@ -10,7 +10,7 @@
 
 #include "support/child_process.h"
 
-namespace Bench {
+namespace bench {
 
 class StandInService {
  public:
@@ -36,4 +36,4 @@ class ClientProcess {
   ChildProcess process;
 };
 
-}  // namespace Bench
+}  // namespace bench

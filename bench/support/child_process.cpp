@@ -6,7 +6,7 @@
 
 #include "support/system_failure.h"
 
-namespace Bench {
+namespace bench {
 namespace {
 
 constexpr DWORD kEndTimeoutMs = 10'000;
@@ -95,4 +95,4 @@ std::wstring ProgramFolder() {
   return program.substr(0, program.find_last_of(L"\\/") + 1);
 }
 
-}  // namespace Bench
+}  // namespace bench

@@ -8,7 +8,7 @@
 
 #include "platform/unique_handle.h"
 
-namespace Bench {
+namespace bench {
 
 class ChildProcess {
  public:
@@ -33,4 +33,4 @@ class ChildProcess {
 // The folder of this program, with its last backslash.
 std::wstring ProgramFolder();
 
-}  // namespace Bench
+}  // namespace bench

@@ -4,7 +4,7 @@
 
 #include <windows.h>
 
-namespace Bench {
+namespace bench {
 namespace {
 
 constexpr int64_t kNsPerSecond = 1'000'000'000;
@@ -74,4 +74,4 @@ int64_t CpuNs() {
   return isWine ? KernelCpuNs() : WindowsCpuNs();
 }
 
-}  // namespace Bench
+}  // namespace bench

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-namespace Bench {
+namespace bench {
 
 // What one measurement took: on the wall's clock, and of this process's share of the processor.
 struct Sample {
@@ -25,4 +25,4 @@ inline Sample Now() {
   return {WallNs(), CpuNs()};
 }
 
-}  // namespace Bench
+}  // namespace bench

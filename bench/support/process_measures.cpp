@@ -5,7 +5,7 @@
 
 #include "support/system_failure.h"
 
-namespace Bench {
+namespace bench {
 namespace {
 
 // Counted by trying the values that handles have: Wine does not answer GetProcessHandleCount.
@@ -31,4 +31,4 @@ Holdings CurrentHoldings() {
   return {static_cast<int64_t>(memory.PagefileUsage), CountHandles()};
 }
 
-}  // namespace Bench
+}  // namespace bench

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-namespace Bench {
+namespace bench {
 
 struct Holdings {
   int64_t privateBytes;
@@ -12,4 +12,4 @@ struct Holdings {
 
 Holdings CurrentHoldings();
 
-}  // namespace Bench
+}  // namespace bench

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <numeric>
 
-namespace Bench {
+namespace bench {
 
 double Percentile(std::vector<double> values, double fraction) {
   std::ranges::sort(values);
@@ -23,4 +23,4 @@ double MiddleMean(std::vector<double> values) {
   return std::accumulate(first, last, 0.0) / static_cast<double>(last - first);
 }
 
-}  // namespace Bench
+}  // namespace bench

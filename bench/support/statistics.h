@@ -3,7 +3,7 @@
 
 #include <vector>
 
-namespace Bench {
+namespace bench {
 
 // `fraction` of the values lie at or below it. The values must not be empty.
 double Percentile(std::vector<double> values, double fraction);
@@ -15,4 +15,4 @@ inline double Median(const std::vector<double>& values) {
 // The mean of the middle half: as robust as the median, and finer than the clock's step.
 double MiddleMean(std::vector<double> values);
 
-}  // namespace Bench
+}  // namespace bench

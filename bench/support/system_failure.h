@@ -8,7 +8,7 @@
 
 #include <fmt/format.h>
 
-namespace Bench {
+namespace bench {
 
 // Call it right after the failure: it reads the error code.
 [[noreturn]] inline void FailSystemCall(const char* step) {
@@ -21,4 +21,4 @@ void Check(Result result, const char* step) {
   if (!result) FailSystemCall(step);
 }
 
-}  // namespace Bench
+}  // namespace bench

@@ -11,23 +11,23 @@ using namespace conformance;
 
 namespace {
 
-SRWLOCK slimLock = SRWLOCK_INIT;
+SRWLOCK g_slimLock = SRWLOCK_INIT;
 
 TEST(SlimLocks, KeepOtherThreadsOutUntilTheyAreReleased) {
   struct Work {
     Handle started{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
     Handle entered{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
   } work;
-  AcquireSRWLockExclusive(&slimLock);
+  AcquireSRWLockExclusive(&g_slimLock);
   std::thread other([&] {
     SetEvent(work.started.Get());
-    AcquireSRWLockExclusive(&slimLock);
+    AcquireSRWLockExclusive(&g_slimLock);
     SetEvent(work.entered.Get());
-    ReleaseSRWLockExclusive(&slimLock);
+    ReleaseSRWLockExclusive(&g_slimLock);
   });
   EXPECT_EQ(WaitForSingleObject(work.started.Get(), kPatienceMs), WAIT_OBJECT_0);
   EXPECT_EQ(WaitForSingleObject(work.entered.Get(), 20), DWORD{WAIT_TIMEOUT});
-  ReleaseSRWLockExclusive(&slimLock);
+  ReleaseSRWLockExclusive(&g_slimLock);
   EXPECT_EQ(WaitForSingleObject(work.entered.Get(), kPatienceMs), WAIT_OBJECT_0);
   other.join();
 }
@@ -40,9 +40,9 @@ TEST(SlimLocks, MakeOneStepOfAChange) {
   for (int i = 0; i < kThreads; ++i) {
     threads.emplace_back([&] {
       for (int change = 0; change < kChanges; ++change) {
-        AcquireSRWLockExclusive(&slimLock);
+        AcquireSRWLockExclusive(&g_slimLock);
         ++sum;
-        ReleaseSRWLockExclusive(&slimLock);
+        ReleaseSRWLockExclusive(&g_slimLock);
       }
     });
   }

@@ -6,7 +6,7 @@
 #include "settings-service/settings_state.h"
 #include "transport/messages.h"
 
-using namespace SettingsService;
+using namespace tool::service;
 
 namespace {
 

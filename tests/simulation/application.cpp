@@ -13,13 +13,13 @@ constexpr size_t kMostManual = 1024;
 constexpr size_t kShutdownThread = 100;
 
 // Their addresses are what the library knows, and calls in the order of.
-std::array<char, 16> contexts;
-std::array<char, kMostManual> manualContexts;
+std::array<char, 16> g_contexts;
+std::array<char, kMostManual> g_manualContexts;
 
 Application* g_application = nullptr;
 
 int64_t NumberOf(void* context) {
-  return static_cast<char*>(context) - contexts.data();
+  return static_cast<char*>(context) - g_contexts.data();
 }
 
 }  // namespace
@@ -133,7 +133,7 @@ void Application::Perform(const Call& call) {
     case Verb::kTilt:
       library.KorvuISD_SetTiltSensitivity(value, 0);
       break;
-    case Verb::kTip:
+    case Verb::kPressureCurve:
       library.KorvuISD_SetTipSensitivity(value, 0);
       break;
     case Verb::kBatteryDelay:
@@ -155,10 +155,10 @@ void Application::Perform(const Call& call) {
       SendManual(number);
       break;
     case Verb::kRegister:
-      library.KorvuISD_RegisterCallbacks(&callbacks, &contexts[static_cast<size_t>(call.value)]);
+      library.KorvuISD_RegisterCallbacks(&callbacks, &g_contexts[static_cast<size_t>(call.value)]);
       break;
     case Verb::kUnregister:
-      library.KorvuISD_RegisterCallbacks(nullptr, &contexts[static_cast<size_t>(call.value)]);
+      library.KorvuISD_RegisterCallbacks(nullptr, &g_contexts[static_cast<size_t>(call.value)]);
       break;
     case Verb::kApiVersion:
       library.KorvuISD_SetAPIVersion(static_cast<int32_t>(call.value));
@@ -179,7 +179,7 @@ void Application::Perform(const Call& call) {
 
 void Application::SendManual(int64_t call) {
   const std::wstring text = L"{\"Manual\":\"" + std::to_wstring(10'000 + call) + L"\"}";
-  library.SendManual(text.c_str(), &manualContexts[static_cast<size_t>(call)], &OnManual);
+  library.SendManual(text.c_str(), &g_manualContexts[static_cast<size_t>(call)], &OnManual);
 }
 
 void Application::AssignApplication(int64_t call) {
@@ -223,7 +223,7 @@ void Application::OnDisplayPath(void* context, const wchar_t* path) {
 }
 
 void Application::OnManual(void* context, const wchar_t* text, size_t* lengths, size_t count) {
-  const int64_t number = static_cast<char*>(context) - manualContexts.data();
+  const int64_t number = static_cast<char*>(context) - g_manualContexts.data();
   g_world->Tell(Event::kManualAnswer, number, count == 2 ? static_cast<int64_t>(lengths[1]) : -1, 0,
                 text);
 }

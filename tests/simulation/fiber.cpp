@@ -21,8 +21,8 @@ namespace {
 constexpr size_t kStackBytes = 256 * 1024;
 constexpr size_t kGuardBytes = 4096;
 
-Fiber* cameFrom = nullptr;
-Fiber* comesTo = nullptr;
+Fiber* g_cameFrom = nullptr;
+Fiber* g_comesTo = nullptr;
 
 // What a switch leaves on the stack: the registers that a function must keep, and where it goes on.
 struct Frame {
@@ -101,12 +101,12 @@ Fiber::~Fiber() {
 void Fiber::SwitchTo(Fiber& next, [[maybe_unused]] bool forGood) {
   auto& current = *reinterpret_cast<Handled*>(abi::__cxa_get_globals());
   handled = std::exchange(current, next.handled);
-  cameFrom = this;
+  g_cameFrom = this;
 #if defined(SIMULATION_UNDER_ASAN)
   __sanitizer_start_switch_fiber(forGood ? nullptr : &keptBySanitizer, next.stackBottom,
                                  next.stackBytes);
 #endif
-  comesTo = &next;
+  g_comesTo = &next;
   SimulationSwitchStacks(&stackTop, next.stackTop);
   Arrive();
 }
@@ -116,15 +116,15 @@ void Fiber::Arrive() {
   const void* bottom = nullptr;
   size_t bytes = 0;
   __sanitizer_finish_switch_fiber(keptBySanitizer, &bottom, &bytes);
-  if (!cameFrom->stack) {
-    cameFrom->stackBottom = bottom;
-    cameFrom->stackBytes = bytes;
+  if (!g_cameFrom->stack) {
+    g_cameFrom->stackBottom = bottom;
+    g_cameFrom->stackBytes = bytes;
   }
 #endif
 }
 
 void Fiber::Enter() {
-  Fiber& self = *comesTo;
+  Fiber& self = *g_comesTo;
   self.Arrive();
   self.routine(self.argument);
 }

@@ -15,16 +15,16 @@
 namespace simulation {
 namespace {
 
-Verdict* current = nullptr;
+Verdict* g_current = nullptr;
 
 }  // namespace
 
 Verdict& CurrentVerdict() {
-  return *current;
+  return *g_current;
 }
 
 void UseVerdict(Verdict* verdict) {
-  current = verdict;
+  g_current = verdict;
 }
 
 void* SharedMemory(size_t size) {

@@ -5,25 +5,25 @@
 
 namespace {
 
-size_t liveBlocks = 0;
+size_t g_liveBlocks = 0;
 
 void* Take(size_t size) {
   void* const block = std::malloc(size > 0 ? size : 1);
   if (!block) throw std::bad_alloc();
-  ++liveBlocks;
+  ++g_liveBlocks;
   return block;
 }
 
 void Give(void* block) {
   if (!block) return;
-  --liveBlocks;
+  --g_liveBlocks;
   std::free(block);
 }
 
 }  // namespace
 
 size_t simulation::LiveBlocks() {
-  return liveBlocks;
+  return g_liveBlocks;
 }
 
 void* operator new(size_t size) {

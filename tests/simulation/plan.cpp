@@ -56,7 +56,7 @@ void DrawCalls(Random& random, const Kinds& kinds, Plan& plan) {
     Call call{random.Below(plan.applicationThreads), Verb::kPause, 0};
     const uint64_t what = random.Below(100);
     if (what < 40) {
-      call.verb = random.Of({Verb::kTilt, Verb::kTip, Verb::kBatteryDelay, Verb::kTilt,
+      call.verb = random.Of({Verb::kTilt, Verb::kPressureCurve, Verb::kBatteryDelay, Verb::kTilt,
                              Verb::kDisplayPath, Verb::kRunApp});
       call.value = static_cast<int64_t>(random.Between(0, 9));
     } else if (what < 55) {

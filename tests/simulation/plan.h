@@ -14,7 +14,7 @@ namespace simulation {
 // What an application does.
 enum class Verb {
   kTilt,
-  kTip,
+  kPressureCurve,
   kBatteryDelay,
   kDisplayPath,
   kRunApp,

@@ -15,12 +15,12 @@
 namespace simulation {
 namespace {
 
-PlatformCalls* current = nullptr;
+PlatformCalls* g_current = nullptr;
 
 // Decides, and then refuses or not.
 bool Refuses(Refusal function) {
   g_world->Decide(NameOf(function));
-  return current && current->IsRefused(function);
+  return g_current && g_current->IsRefused(function);
 }
 
 int64_t Number(HANDLE handle) {
@@ -38,7 +38,7 @@ BOOL CallCancelIoEx(HANDLE file, LPOVERLAPPED overlapped) {
 
 BOOL CallCloseHandle(HANDLE handle) {
   g_world->Decide("CloseHandle");
-  const bool isBusy = current && current->TakeOperations(handle);
+  const bool isBusy = g_current && g_current->TakeOperations(handle);
   g_world->Tell(Event::kClosed, Number(handle), isBusy ? 1 : 0);
   return CloseHandle(handle);
 }
@@ -104,7 +104,7 @@ BOOL CallReadFile(HANDLE file, LPVOID buffer, DWORD size, LPDWORD byteCount,
   if (Refuses(kReadFile)) return FALSE;
   const BOOL result = ReadFile(file, buffer, size, byteCount, overlapped);
   const bool isUnderWay = !result && GetLastError() == ERROR_IO_PENDING;
-  if (current) current->NoteOperation(file, overlapped, isUnderWay);
+  if (g_current) g_current->NoteOperation(file, overlapped, isUnderWay);
   g_world->Decide("ReadFile");
   return result;
 }
@@ -114,7 +114,7 @@ BOOL CallWriteFile(HANDLE file, LPCVOID buffer, DWORD size, LPDWORD byteCount,
   if (Refuses(kWriteFile)) return FALSE;
   const BOOL result = WriteFile(file, buffer, size, byteCount, overlapped);
   const bool isUnderWay = !result && GetLastError() == ERROR_IO_PENDING;
-  if (current) current->NoteOperation(file, overlapped, isUnderWay);
+  if (g_current) g_current->NoteOperation(file, overlapped, isUnderWay);
   g_world->Decide("WriteFile");
   return result;
 }
@@ -184,11 +184,11 @@ std::FILE* CallOpen(const wchar_t*, const wchar_t*, int) {
 }  // namespace
 
 PlatformCalls::PlatformCalls(const Plan& plan) : plan(plan) {
-  current = this;
+  g_current = this;
 }
 
 PlatformCalls::~PlatformCalls() {
-  current = nullptr;
+  g_current = nullptr;
 }
 
 bool PlatformCalls::TakeOperations(HANDLE pipe) {

@@ -38,10 +38,10 @@ ImportSlot FindImport(HMODULE module, const char* function) {
 
 // The C++ runtime makes the events of its mutexes with the narrow functions; the library never uses
 // those.
-std::mutex runtimeMutex;
-std::set<HANDLE> runtimeHandles;
-std::atomic<void*> realCreateEventA = nullptr;
-std::atomic<void*> realCreateSemaphoreA = nullptr;
+std::mutex g_runtimeMutex;
+std::set<HANDLE> g_runtimeHandles;
+std::atomic<void*> g_realCreateEventA = nullptr;
+std::atomic<void*> g_realCreateSemaphoreA = nullptr;
 
 // The runtime may come to a watched function before WatchRuntimeHandles has noted the real one.
 template <class Function>
@@ -51,20 +51,20 @@ Function* Real(const std::atomic<void*>& real) {
 }
 
 HANDLE Remember(HANDLE handle) {
-  const std::lock_guard lock(runtimeMutex);
-  runtimeHandles.insert(handle);
+  const std::lock_guard lock(g_runtimeMutex);
+  g_runtimeHandles.insert(handle);
   return handle;
 }
 
 HANDLE WINAPI WatchedCreateEventA(SECURITY_ATTRIBUTES* security, BOOL manual, BOOL set,
                                   LPCSTR name) {
-  return Remember(Real<decltype(CreateEventA)>(realCreateEventA)(security, manual, set, name));
+  return Remember(Real<decltype(CreateEventA)>(g_realCreateEventA)(security, manual, set, name));
 }
 
 HANDLE WINAPI WatchedCreateSemaphoreA(SECURITY_ATTRIBUTES* security, LONG initial, LONG maximum,
                                       LPCSTR name) {
   return Remember(
-      Real<decltype(CreateSemaphoreA)>(realCreateSemaphoreA)(security, initial, maximum, name));
+      Real<decltype(CreateSemaphoreA)>(g_realCreateSemaphoreA)(security, initial, maximum, name));
 }
 
 }  // namespace
@@ -80,17 +80,17 @@ void* RedirectImport(const Library& library, const char* function, void* replace
 }
 
 bool IsRuntimeHandle(HANDLE handle) {
-  const std::lock_guard lock(runtimeMutex);
-  return runtimeHandles.contains(handle);
+  const std::lock_guard lock(g_runtimeMutex);
+  return g_runtimeHandles.contains(handle);
 }
 
 void WatchRuntimeHandles(const Library& library) {
   static std::atomic<int> watched = 0;
   if (watched.exchange(library.Number()) == library.Number()) return;
-  realCreateEventA =
+  g_realCreateEventA =
       RedirectImport(library, "CreateEventA", reinterpret_cast<void*>(&WatchedCreateEventA));
-  realCreateSemaphoreA = RedirectImport(library, "CreateSemaphoreA",
-                                        reinterpret_cast<void*>(&WatchedCreateSemaphoreA));
+  g_realCreateSemaphoreA = RedirectImport(library, "CreateSemaphoreA",
+                                          reinterpret_cast<void*>(&WatchedCreateSemaphoreA));
 }
 
 }  // namespace support

@@ -7,15 +7,15 @@
 namespace support {
 namespace {
 
-DWORD sessionOfProcess = 0;
-bool isReadable = true;
+DWORD g_sessionOfProcess = 0;
+bool g_isReadable = true;
 
 BOOL WINAPI FakeProcessIdToSessionId(DWORD, DWORD* session) {
-  if (!isReadable) {
+  if (!g_isReadable) {
     SetLastError(ERROR_ACCESS_DENIED);
     return FALSE;
   }
-  *session = sessionOfProcess;
+  *session = g_sessionOfProcess;
   return TRUE;
 }
 
@@ -31,13 +31,13 @@ void PatchOnce() {
 }  // namespace
 
 void UseSession(DWORD session) {
-  sessionOfProcess = session;
-  isReadable = true;
+  g_sessionOfProcess = session;
+  g_isReadable = true;
   PatchOnce();
 }
 
 void MakeSessionUnreadable() {
-  isReadable = false;
+  g_isReadable = false;
   PatchOnce();
 }
 

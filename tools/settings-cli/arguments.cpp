@@ -10,7 +10,7 @@
 #include "settings-cli/exit_code.h"
 #include "settings-cli/text.h"
 
-namespace tool {
+namespace tool::cli {
 namespace {
 
 struct CompassPoint {
@@ -87,4 +87,4 @@ std::string_view WedgeName(uint8_t wedge) {
   return kWedges.at(wedge).name;
 }
 
-}  // namespace tool
+}  // namespace tool::cli

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string_view>
 
-namespace tool {
+namespace tool::cli {
 
 int32_t ParseNumber(std::string_view name, std::string_view text, int32_t minimum, int32_t maximum);
 
@@ -24,4 +24,4 @@ uint8_t ParseWedge(std::string_view text);
 
 std::string_view WedgeName(uint8_t wedge);
 
-}  // namespace tool
+}  // namespace tool::cli

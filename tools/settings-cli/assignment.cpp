@@ -14,7 +14,7 @@
 #include "settings-cli/text.h"
 #include "shared/keys.h"
 
-namespace tool {
+namespace tool::cli {
 namespace {
 
 // A ButtonFunctionValue whose text may be longer than its array: the library reads on to the
@@ -138,4 +138,4 @@ Command ChangeAssignment(const std::string& what, size_t functionKey, Assignment
   return command;
 }
 
-}  // namespace tool
+}  // namespace tool::cli

@@ -9,7 +9,7 @@
 #include "KorvuTabletSettingsAPI.h"
 #include "settings-cli/command.h"
 
-namespace tool {
+namespace tool::cli {
 
 // CODE, TEXT and --default as they stand on the command line, and for a wedge --name.
 struct AssignmentOptions {
@@ -37,4 +37,4 @@ using AssignmentSetter =
 Command ChangeAssignment(const std::string& what, size_t functionKey, Assignment assignment,
                          AssignmentSetter set);
 
-}  // namespace tool
+}  // namespace tool::cli

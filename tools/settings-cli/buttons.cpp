@@ -5,7 +5,7 @@
 
 #include <fmt/core.h>
 
-namespace tool {
+namespace tool::cli {
 namespace {
 
 // clang-format off
@@ -45,4 +45,4 @@ const Button* FindButton(std::string_view name) {
   return found == kButtons.end() ? nullptr : &*found;
 }
 
-}  // namespace tool
+}  // namespace tool::cli

@@ -10,7 +10,7 @@
 #include "settings-cli/events.h"
 #include "shared/keys.h"
 
-namespace tool {
+namespace tool::cli {
 
 struct Button {
   std::string_view name;
@@ -28,4 +28,4 @@ std::string ButtonsHelp();
 // Null if there is none.
 const Button* FindButton(std::string_view name);
 
-}  // namespace tool
+}  // namespace tool::cli

@@ -8,7 +8,7 @@
 #include "settings-cli/events.h"
 #include "settings-cli/inbox.h"
 
-namespace tool {
+namespace tool::cli {
 namespace {
 
 // Called with the library's lock held. Nothing may be thrown from here; where no memory is left for
@@ -172,4 +172,4 @@ KorvuISD_Callbacks CallbacksIntoInbox() {
   return callbacks;
 }
 
-}  // namespace tool
+}  // namespace tool::cli

@@ -3,9 +3,9 @@
 
 #include "KorvuTabletSettingsAPI.h"
 
-namespace tool {
+namespace tool::cli {
 
 // The context of the registration must be the Inbox.
 KorvuISD_Callbacks CallbacksIntoInbox();
 
-}  // namespace tool
+}  // namespace tool::cli

@@ -7,7 +7,7 @@
 
 #include "settings-cli/exit_code.h"
 
-namespace tool {
+namespace tool::cli {
 
 class Session;
 struct Terminal;
@@ -29,4 +29,4 @@ struct Command {
   bool changesSettings = false;
 };
 
-}  // namespace tool
+}  // namespace tool::cli

@@ -13,7 +13,7 @@
 #include "settings-cli/commands/commands.h"
 #include "settings-cli/console.h"
 
-namespace tool {
+namespace tool::cli {
 namespace {
 
 constexpr const char* kProgram = "korvu-settings";
@@ -278,4 +278,4 @@ CommandLine ParseCommandLine(std::vector<std::string> arguments) {
   return line;
 }
 
-}  // namespace tool
+}  // namespace tool::cli

@@ -6,7 +6,7 @@
 
 #include "settings-cli/command.h"
 
-namespace tool {
+namespace tool::cli {
 
 struct CommandLine {
   GlobalOptions options;
@@ -16,4 +16,4 @@ struct CommandLine {
 // Throws UsageError for what is no valid command line. Help and version are commands, too.
 CommandLine ParseCommandLine(std::vector<std::string> arguments);
 
-}  // namespace tool
+}  // namespace tool::cli

@@ -6,7 +6,7 @@
 
 #include "shared/keys.h"
 
-namespace tool {
+namespace tool::cli {
 
 std::vector<std::wstring> StoreAndRead(Session& session, std::string_view what,
                                        const std::function<void()>& set,
@@ -39,4 +39,4 @@ Failure StoredOtherwise(std::string_view what, std::string_view wanted, std::str
                              wanted, what, stored));
 }
 
-}  // namespace tool
+}  // namespace tool::cli

@@ -10,7 +10,7 @@
 #include "settings-cli/exit_code.h"
 #include "settings-cli/session.h"
 
-namespace tool {
+namespace tool::cli {
 
 // Calls the setter, once the connection is quiet, and returns what the service has stored under
 // these keys afterwards. Throws Failure if the service refused the change or went away. `what` is
@@ -22,4 +22,4 @@ std::vector<std::wstring> StoreAndRead(Session& session, std::string_view what,
 // The service has stored something else.
 Failure StoredOtherwise(std::string_view what, std::string_view wanted, std::string_view stored);
 
-}  // namespace tool
+}  // namespace tool::cli

@@ -14,7 +14,7 @@
 #include "settings-cli/inbox.h"
 #include "settings-cli/text.h"
 
-namespace tool {
+namespace tool::cli {
 namespace {
 
 // Consoles refuse very long texts at once.
@@ -145,4 +145,4 @@ void WatchForEnter() {
   }).detach();
 }
 
-}  // namespace tool
+}  // namespace tool::cli

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace tool {
+namespace tool::cli {
 
 // In the form of ArgumentToUtf8, without the program's name.
 std::vector<std::string> CommandLineArguments();
@@ -54,4 +54,4 @@ void WatchForInterrupt();
 // none: programs that start us often close it.
 void WatchForEnter();
 
-}  // namespace tool
+}  // namespace tool::cli

@@ -4,7 +4,7 @@
 
 #include "settings-cli/text.h"
 
-namespace tool {
+namespace tool::cli {
 namespace {
 
 std::string_view OnOff(bool isOn) {
@@ -103,4 +103,4 @@ std::string EventLine(const Event& event) {
                      std::visit(LineWriter{event.slot}, event.payload));
 }
 
-}  // namespace tool
+}  // namespace tool::cli

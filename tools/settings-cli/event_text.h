@@ -6,7 +6,7 @@
 
 #include "settings-cli/events.h"
 
-namespace tool {
+namespace tool::cli {
 
 // OnUpperSideSwitch function=8 name="Undo" hover-click=on
 std::string EventLine(const Event& event);
@@ -14,4 +14,4 @@ std::string EventLine(const Event& event);
 // "dockable", or the number of a feature that has no name.
 std::string FeatureName(int32_t feature);
 
-}  // namespace tool
+}  // namespace tool::cli

@@ -1,6 +1,6 @@
 #include "settings-cli/events.h"
 
-namespace tool {
+namespace tool::cli {
 namespace {
 
 constexpr std::array<std::string_view, kSlotCount> kSlotNames{
@@ -69,4 +69,4 @@ bool IsSwitch(Slot slot) {
   }
 }
 
-}  // namespace tool
+}  // namespace tool::cli

@@ -12,7 +12,7 @@
 
 #include "KorvuTabletSettingsAPI.h"
 
-namespace tool {
+namespace tool::cli {
 
 // In the order of the members of KorvuISD_Callbacks.
 enum class Slot : size_t {
@@ -155,4 +155,4 @@ struct Event {
   std::chrono::system_clock::time_point time = {};
 };
 
-}  // namespace tool
+}  // namespace tool::cli

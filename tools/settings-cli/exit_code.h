@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace tool {
+namespace tool::cli {
 
 enum class ExitCode : int {
   kDone = 0,
@@ -29,4 +29,4 @@ struct Failure : std::runtime_error {
 // Ctrl+C, while something was waited for.
 struct Interrupted {};
 
-}  // namespace tool
+}  // namespace tool::cli

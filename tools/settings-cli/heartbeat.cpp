@@ -2,7 +2,7 @@
 
 #include "shared/keys.h"
 
-namespace tool {
+namespace tool::cli {
 namespace {
 
 constexpr std::chrono::seconds kRest{1};
@@ -65,4 +65,4 @@ Heartbeat::Step Heartbeat::Lose() {
   return {std::nullopt, isNews ? std::optional(Notice::kLost) : std::nullopt};
 }
 
-}  // namespace tool
+}  // namespace tool::cli

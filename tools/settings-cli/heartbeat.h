@@ -11,7 +11,7 @@
 
 #include "settings-cli/inbox.h"
 
-namespace tool {
+namespace tool::cli {
 
 class Heartbeat {
  public:
@@ -53,4 +53,4 @@ class Heartbeat {
   Clock::time_point next = Clock::time_point::max();
 };
 
-}  // namespace tool
+}  // namespace tool::cli

@@ -4,7 +4,7 @@
 #include <memory>
 #include <utility>
 
-namespace tool {
+namespace tool::cli {
 namespace {
 
 constexpr std::chrono::minutes kLongestWait{10};
@@ -52,4 +52,4 @@ Inbox& TheInbox() {
   return *inbox;
 }
 
-}  // namespace tool
+}  // namespace tool::cli

@@ -15,7 +15,7 @@
 #include "KorvuTabletSettingsAPI.h"
 #include "settings-cli/events.h"
 
-namespace tool {
+namespace tool::cli {
 
 using Clock = std::chrono::steady_clock;
 
@@ -66,4 +66,4 @@ class Inbox {
 // process ends.
 Inbox& TheInbox();
 
-}  // namespace tool
+}  // namespace tool::cli

@@ -7,7 +7,7 @@
 #include "settings-cli/event_text.h"
 #include "settings-cli/text.h"
 
-namespace tool {
+namespace tool::cli {
 namespace {
 
 struct JsonWriter {
@@ -120,4 +120,4 @@ std::string IndentedJsonText(const Json& json) {
   return json.dump(2) + '\n';
 }
 
-}  // namespace tool
+}  // namespace tool::cli

@@ -10,7 +10,7 @@
 
 #include "settings-cli/events.h"
 
-namespace tool {
+namespace tool::cli {
 
 // Prints its members in the order in which they were put in.
 using Json = nlohmann::ordered_json;
@@ -35,4 +35,4 @@ std::string ValuesJsonText(std::span<const KeyValue> values);
 // With indentation, for results that people look at, too; with the end of its last line.
 std::string IndentedJsonText(const Json& json);
 
-}  // namespace tool
+}  // namespace tool::cli

@@ -12,7 +12,7 @@
 #include "shared/key_ending.h"
 #include "shared/keys.h"
 
-namespace tool {
+namespace tool::cli {
 namespace {
 
 constexpr size_t kSuggestions = 5;
@@ -94,4 +94,4 @@ std::vector<size_t> NearestKeys(std::string_view text, size_t maximum) {
   return nearest;
 }
 
-}  // namespace tool
+}  // namespace tool::cli

@@ -12,7 +12,7 @@
 
 namespace {
 
-using namespace tool;
+using namespace tool::cli;
 
 void Trace(Terminal& terminal) {
   if (const auto file = StartTrace()) {

@@ -8,7 +8,7 @@
 #include "settings-cli/console.h"
 #include "settings-cli/setting_values.h"
 
-namespace tool {
+namespace tool::cli {
 namespace {
 
 ExitCode Change(Session& session, Terminal& terminal, const PlainSetting& setting,
@@ -66,4 +66,4 @@ void ThrowUnknownSetting(std::span<const PlainSetting> settings, std::string_vie
   throw UsageError(message);
 }
 
-}  // namespace tool
+}  // namespace tool::cli

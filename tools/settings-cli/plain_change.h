@@ -7,7 +7,7 @@
 #include "settings-cli/command.h"
 #include "shared/settings_table.h"
 
-namespace tool {
+namespace tool::cli {
 
 // VALUE and --default, of which a command line has one.
 struct ValueChoice {
@@ -27,4 +27,4 @@ std::string SettingsHelp(std::span<const PlainSetting> settings);
 [[noreturn]] void ThrowUnknownSetting(std::span<const PlainSetting> settings,
                                       std::string_view name);
 
-}  // namespace tool
+}  // namespace tool::cli

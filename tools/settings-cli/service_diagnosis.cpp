@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-namespace tool {
+namespace tool::cli {
 namespace {
 
 constexpr const char* kAbsent = "no settings service in this session: is it running?";
@@ -63,4 +63,4 @@ std::string WhyThereIsNoConnection() {
   }
 }
 
-}  // namespace tool
+}  // namespace tool::cli

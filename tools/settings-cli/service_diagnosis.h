@@ -3,10 +3,10 @@
 
 #include <string>
 
-namespace tool {
+namespace tool::cli {
 
 // Looks at the service's pipes, and tells absent, busy, denied and half started apart. One message,
 // with what to do next.
 std::string WhyThereIsNoConnection();
 
-}  // namespace tool
+}  // namespace tool::cli

@@ -12,7 +12,7 @@
 #include "settings-cli/service_diagnosis.h"
 #include "shared/keys.h"
 
-namespace tool {
+namespace tool::cli {
 namespace {
 
 // Between two signs of life. The library gives up one exchange after 3 s, but values that nothing
@@ -151,4 +151,4 @@ Answer Session::Await(uint64_t request) {
   }
 }
 
-}  // namespace tool
+}  // namespace tool::cli

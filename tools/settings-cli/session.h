@@ -13,7 +13,7 @@
 #include "settings-cli/inbox.h"
 #include "settings-cli/snapshot.h"
 
-namespace tool {
+namespace tool::cli {
 
 class Session {
  public:
@@ -59,4 +59,4 @@ class Session {
   bool isSilent = false;  // waited for in vain; not waited for again
 };
 
-}  // namespace tool
+}  // namespace tool::cli

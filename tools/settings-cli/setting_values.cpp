@@ -10,7 +10,7 @@
 #include "settings-cli/arguments.h"
 #include "settings-cli/text.h"
 
-namespace tool {
+namespace tool::cli {
 namespace {
 
 using enum ValueKind;
@@ -68,4 +68,4 @@ bool IsStored(const PlainSetting& setting, std::wstring_view stored, int32_t val
   return ValueIn(setting, stored) == value;
 }
 
-}  // namespace tool
+}  // namespace tool::cli

@@ -7,7 +7,7 @@
 
 #include "shared/settings_table.h"
 
-namespace tool {
+namespace tool::cli {
 
 // "0 to 3", "on or off".
 std::string ValueRange(const PlainSetting& setting);
@@ -24,4 +24,4 @@ std::string ReadableStored(const PlainSetting& setting, std::wstring_view stored
 // Whether the service's text is this value.
 bool IsStored(const PlainSetting& setting, std::wstring_view stored, int32_t value);
 
-}  // namespace tool
+}  // namespace tool::cli

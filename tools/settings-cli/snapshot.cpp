@@ -1,6 +1,6 @@
 #include "settings-cli/snapshot.h"
 
-namespace tool {
+namespace tool::cli {
 
 void Snapshot::Apply(const Event& event) {
   if (const auto* pen = std::get_if<Pen>(&event.payload)) {
@@ -31,4 +31,4 @@ void Snapshot::ApplyPen(const Pen& pen) {
   for (auto& [serialNumber, other] : pens) other.isDocked = pen.isDocked;
 }
 
-}  // namespace tool
+}  // namespace tool::cli

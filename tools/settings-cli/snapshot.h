@@ -8,7 +8,7 @@
 
 #include "settings-cli/events.h"
 
-namespace tool {
+namespace tool::cli {
 
 class Snapshot {
  public:
@@ -36,4 +36,4 @@ class Snapshot {
   std::array<std::optional<bool>, 2> features;
 };
 
-}  // namespace tool
+}  // namespace tool::cli

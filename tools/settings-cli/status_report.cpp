@@ -14,7 +14,7 @@
 #include "settings-cli/text.h"
 #include "shared/settings_table.h"
 
-namespace tool {
+namespace tool::cli {
 namespace {
 
 // Whose callback tells of a setting.
@@ -25,7 +25,7 @@ struct SettingSlot {
 };
 
 constexpr std::array kSettingSlots{
-    SettingSlot{kTipSensitivityKey, Slot::kPressureCurve},
+    SettingSlot{kPressureCurveKey, Slot::kPressureCurve},
     SettingSlot{kTiltSensitivityKey, Slot::kTiltSensitivity},
     SettingSlot{kUpperHoverClickKey, Slot::kUpperSideSwitch},
     SettingSlot{kLowerHoverClickKey, Slot::kLowerSideSwitch},
@@ -201,4 +201,4 @@ std::string StatusJson(const Snapshot& values) {
   return IndentedJsonText(json);
 }
 
-}  // namespace tool
+}  // namespace tool::cli

@@ -5,9 +5,9 @@
 
 #include "settings-cli/snapshot.h"
 
-namespace tool {
+namespace tool::cli {
 
 std::string StatusText(const Snapshot& values);
 std::string StatusJson(const Snapshot& values);
 
-}  // namespace tool
+}  // namespace tool::cli

@@ -6,7 +6,7 @@
 
 #include "shared/utf8.h"
 
-namespace tool {
+namespace tool::cli {
 namespace {
 
 std::string EscapeControls(std::wstring_view text) {
@@ -67,4 +67,4 @@ std::string LowerAscii(std::string_view text) {
   return lower;
 }
 
-}  // namespace tool
+}  // namespace tool::cli

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace tool {
+namespace tool::cli {
 
 // Half a surrogate pair becomes U+FFFD, so that the result is valid UTF-8 whatever comes in.
 std::string ToUtf8(std::wstring_view text);
@@ -29,4 +29,4 @@ std::string OrQuotes(std::wstring_view text);
 // ASCII letters only: enough for keys and option words, and the same in every locale.
 std::string LowerAscii(std::string_view text);
 
-}  // namespace tool
+}  // namespace tool::cli

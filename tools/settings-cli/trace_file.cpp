@@ -4,7 +4,7 @@
 
 #include "KorvuTabletSettingsAPI.h"
 
-namespace tool {
+namespace tool::cli {
 
 std::optional<std::wstring> StartTrace() {
   KorvuISD_SetLogLevel(KorvuISD_LogLevelVerbose);
@@ -24,4 +24,4 @@ std::optional<std::wstring> StartTrace() {
   return folder + latest.cFileName;
 }
 
-}  // namespace tool
+}  // namespace tool::cli

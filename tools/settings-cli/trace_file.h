@@ -4,9 +4,9 @@
 #include <optional>
 #include <string>
 
-namespace tool {
+namespace tool::cli {
 
 // Switches the trace on. The path of its file; nothing if it could not be written.
 std::optional<std::wstring> StartTrace();
 
-}  // namespace tool
+}  // namespace tool::cli

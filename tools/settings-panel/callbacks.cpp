@@ -11,7 +11,7 @@
 
 #include "shared/keys.h"
 
-namespace panel {
+namespace tool::panel {
 namespace {
 
 std::vector<Function> FunctionsOf(std::span<const ButtonRecord> records) {
@@ -80,7 +80,7 @@ korvu::Callbacks CallbacksInto(Mailbox& mailbox) {
     };
   };
 
-  callbacks.OnPressureCurve = number(tool::kTipSensitivityKey);
+  callbacks.OnPressureCurve = number(tool::kPressureCurveKey);
   callbacks.OnTiltSensitivity = number(tool::kTiltSensitivityKey);
   callbacks.OnBatteryAlertDelay = number(tool::kBatteryAlertDelayKey);
   callbacks.OnPenAlertEnabled = number(tool::kPenAlertKey);
@@ -136,4 +136,4 @@ korvu::Callbacks CallbacksInto(Mailbox& mailbox) {
   return callbacks;
 }
 
-}  // namespace panel
+}  // namespace tool::panel

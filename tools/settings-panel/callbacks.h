@@ -4,8 +4,8 @@
 #include "korvu/settings.hpp"
 #include "model/mailbox.h"
 
-namespace panel {
+namespace tool::panel {
 
 korvu::Callbacks CallbacksInto(Mailbox& mailbox);
 
-}  // namespace panel
+}  // namespace tool::panel

@@ -13,7 +13,7 @@
 
 namespace {
 
-using namespace panel;
+using namespace tool::panel;
 
 constexpr int kDone = 0;
 constexpr int kUsage = 2;

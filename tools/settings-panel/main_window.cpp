@@ -11,7 +11,7 @@
 #include "ui/controls.h"
 #include "ui/row.h"
 
-namespace panel {
+namespace tool::panel {
 namespace {
 
 // The mailbox has letters; posted by the library's thread.
@@ -266,4 +266,4 @@ void MainWindow::Close() {
   closeAt = Clock::now() + kCloseLimit;
 }
 
-}  // namespace panel
+}  // namespace tool::panel

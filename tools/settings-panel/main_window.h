@@ -10,7 +10,7 @@
 #include "ui/look.h"
 #include "ui/page.h"
 
-namespace panel {
+namespace tool::panel {
 
 inline constexpr wchar_t kMainWindowClass[] = L"KorvuSettingsPanel";
 
@@ -54,4 +54,4 @@ class MainWindow {
   Clock::time_point closeAt = Clock::time_point::max();
 };
 
-}  // namespace panel
+}  // namespace tool::panel

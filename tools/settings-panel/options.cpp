@@ -4,7 +4,7 @@
 #include <array>
 #include <string_view>
 
-namespace panel {
+namespace tool::panel {
 namespace {
 
 // In the order of the tabs.
@@ -46,4 +46,4 @@ CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments) {
   return line;
 }
 
-}  // namespace panel
+}  // namespace tool::panel

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace panel {
+namespace tool::panel {
 
 struct CommandLine {
   bool isTracing = false;
@@ -18,4 +18,4 @@ CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments);
 
 extern const wchar_t* const kHelp;
 
-}  // namespace panel
+}  // namespace tool::panel

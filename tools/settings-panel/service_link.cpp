@@ -14,7 +14,7 @@
 #include "korvu/settings.hpp"
 #include "shared/keys.h"
 
-namespace panel {
+namespace tool::panel {
 namespace {
 
 using namespace std::chrono_literals;
@@ -70,7 +70,7 @@ Calls& TheCalls() {
 }
 
 // Manual replies have a context of their own, so that the mailbox is where all threads find it.
-Mailbox* theMailbox = nullptr;
+Mailbox* g_mailbox = nullptr;
 
 // Without end, looking each second. It fails while a service is half there.
 void Connect() {
@@ -82,7 +82,7 @@ void Connect() {
       const std::lock_guard lock(open.mutex);
       if (open.isEnding) return;
       open.connection = std::move(connection);
-      theMailbox->Put(Connected{});
+      g_mailbox->Put(Connected{});
       return;
     }
     std::this_thread::sleep_for(kPauseAfterFailure);
@@ -94,22 +94,22 @@ void KORVUISD_CALL OnAnswer(void* context, const wchar_t* text, size_t* partLeng
   // Without a request part the connection broke, or was opened anew; there will be an answer to the
   // next question.
   if (partLengths[0] == 0) return;
-  theMailbox->Put(Answer{reinterpret_cast<uintptr_t>(context),
-                         std::wstring(text + partLengths[0], partLengths[1])});
+  g_mailbox->Put(Answer{reinterpret_cast<uintptr_t>(context),
+                        std::wstring(text + partLengths[0], partLengths[1])});
 }
 
 // A probe's answer has a value; that of a value request may be empty, but names what was asked for.
 void KORVUISD_CALL OnProbeAnswer(void*, const wchar_t*, size_t* partLengths, size_t) noexcept {
-  theMailbox->Put(SignOfLife{partLengths[1] != 0});
+  g_mailbox->Put(SignOfLife{partLengths[1] != 0});
 }
 void KORVUISD_CALL OnLastValue(void*, const wchar_t*, size_t* partLengths, size_t) noexcept {
-  theMailbox->Put(SignOfLife{partLengths[0] != 0});
+  g_mailbox->Put(SignOfLife{partLengths[0] != 0});
 }
 
 }  // namespace
 
 ServiceLink::ServiceLink(Mailbox& mailbox) {
-  theMailbox = &mailbox;
+  g_mailbox = &mailbox;
   std::thread([&mailbox] {
     // It lasts as long as the process.
     static const korvu::Registration& registration =
@@ -169,4 +169,4 @@ void ServiceLink::End() {
   open.changed.wait_for(lock, kEndLimit, [&] { return open.hasEnded; });
 }
 
-}  // namespace panel
+}  // namespace tool::panel

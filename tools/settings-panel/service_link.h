@@ -11,7 +11,7 @@
 #include "model/mailbox.h"
 #include "model/presence.h"
 
-namespace panel {
+namespace tool::panel {
 
 class ServiceLink {
  public:
@@ -32,4 +32,4 @@ class ServiceLink {
   void End();
 };
 
-}  // namespace panel
+}  // namespace tool::panel

@@ -6,7 +6,7 @@
 
 #include "shared/keys.h"
 
-namespace panel {
+namespace tool::panel {
 namespace {
 
 constexpr size_t kWedgeCount = 2 * tool::kWedgesPerRing;
@@ -177,4 +177,4 @@ void Session::FinishKeyCapture(const AssignmentTarget& target) {
   });
 }
 
-}  // namespace panel
+}  // namespace tool::panel

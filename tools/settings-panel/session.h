@@ -14,7 +14,7 @@
 #include "service_link.h"
 #include "shared/settings_table.h"
 
-namespace panel {
+namespace tool::panel {
 
 // A button of the pen or the dock, or a wedge of the radial menu.
 struct AssignmentTarget {
@@ -69,4 +69,4 @@ class Session {
   bool areWedgesOutdated = false;
 };
 
-}  // namespace panel
+}  // namespace tool::panel

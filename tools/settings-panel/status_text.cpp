@@ -1,6 +1,6 @@
 #include "status_text.h"
 
-namespace panel {
+namespace tool::panel {
 
 std::wstring StatusText(Presence::State state, const std::wstring& serviceVersion) {
   switch (state) {
@@ -19,4 +19,4 @@ std::wstring StatusText(Presence::State state, const std::wstring& serviceVersio
   return {};
 }
 
-}  // namespace panel
+}  // namespace tool::panel

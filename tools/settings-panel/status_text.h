@@ -5,8 +5,8 @@
 
 #include "model/presence.h"
 
-namespace panel {
+namespace tool::panel {
 
 std::wstring StatusText(Presence::State state, const std::wstring& serviceVersion);
 
-}  // namespace panel
+}  // namespace tool::panel

@@ -10,7 +10,7 @@
 #include "settings-service/key_forms.h"
 #include "settings-service/text.h"
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 using Json = nlohmann::json;
@@ -107,4 +107,4 @@ ButtonKeys ButtonKeysOf(std::wstring_view key) {
   return {function, function + L"AppPath", function + L"Name", function + L"Keystrokes"};
 }
 
-}  // namespace SettingsService
+}  // namespace tool::service

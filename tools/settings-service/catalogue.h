@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-namespace SettingsService {
+namespace tool::service {
 
 enum class SettingKind {
   kPlain,
@@ -62,4 +62,4 @@ struct ButtonKeys {
 // Of the button that has `key`, a key of one of the four kinds.
 ButtonKeys ButtonKeysOf(std::wstring_view key);
 
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -3,8 +3,8 @@
 
 #include <string_view>
 
-namespace SettingsService {
+namespace tool::service {
 
 extern const std::string_view kCatalogueJson;
 
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -1,6 +1,6 @@
 #include "settings-service/client_numbers.h"
 
-namespace SettingsService {
+namespace tool::service {
 
 bool& ClientNumbers::Has(Client& client, PipeSide side) {
   return side == PipeSide::kSendOnly ? client.hasSendOnly : client.hasDuplex;
@@ -25,4 +25,4 @@ void ClientNumbers::Disconnected(PipeSide side, uint32_t number) {
   if (!client->second.hasSendOnly && !client->second.hasDuplex) clients.erase(client);
 }
 
-}  // namespace SettingsService
+}  // namespace tool::service

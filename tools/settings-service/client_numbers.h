@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <map>
 
-namespace SettingsService {
+namespace tool::service {
 
 enum class PipeSide { kSendOnly, kDuplex };
 
@@ -30,4 +30,4 @@ class ClientNumbers {
   uint32_t lastNumber = 0;
 };
 
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -8,7 +8,7 @@
 #include "settings-service/device_scenes.h"
 #include "settings-service/text.h"
 
-namespace SettingsService {
+namespace tool::service {
 
 std::string CommandRunner::Run(const Command& command) {
   return std::visit([this](const auto& alternative) { return Do(alternative); }, command);
@@ -114,4 +114,4 @@ std::string CommandRunner::Play(const Changes& scene) {
   return {};
 }
 
-}  // namespace SettingsService
+}  // namespace tool::service

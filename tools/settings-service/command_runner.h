@@ -8,7 +8,7 @@
 #include "settings-service/faults.h"
 #include "settings-service/settings_state.h"
 
-namespace SettingsService {
+namespace tool::service {
 
 // What commands do to the running service.
 class ServiceControl {
@@ -57,4 +57,4 @@ class CommandRunner {
   ServiceControl& control;
 };
 
-}  // namespace SettingsService
+}  // namespace tool::service

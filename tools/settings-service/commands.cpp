@@ -9,7 +9,7 @@
 #include "settings-service/key_lookup.h"
 #include "settings-service/text.h"
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 constexpr std::string_view kBlanks = " \t";
@@ -246,4 +246,4 @@ std::string CommandHelp() {
   return help;
 }
 
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -11,7 +11,7 @@
 #include "settings-service/catalogue.h"
 #include "settings-service/faults.h"
 
-namespace SettingsService {
+namespace tool::service {
 
 struct AnnounceCommand {
   std::wstring key;
@@ -98,4 +98,4 @@ ParsedCommand ParseCommand(std::string_view line, const Catalogue& catalogue);
 // What `help` prints.
 std::string CommandHelp();
 
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -4,7 +4,7 @@
 
 #include "settings-service/system_error.h"
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 constexpr std::chrono::milliseconds kLongestWait = std::chrono::hours(24);
@@ -45,4 +45,4 @@ bool CompletionPort::Wait(std::optional<std::chrono::milliseconds> limit) {
   return true;
 }
 
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -9,7 +9,7 @@
 
 #include "platform/unique_handle.h"
 
-namespace SettingsService {
+namespace tool::service {
 
 class Operation;
 
@@ -65,4 +65,4 @@ class CompletionPort {
   KorvuISD::UniqueHandle<KorvuISD::KernelHandleTraits> port;
 };
 
-}  // namespace SettingsService
+}  // namespace tool::service

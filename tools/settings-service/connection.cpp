@@ -7,7 +7,7 @@
 
 #include "settings-service/system_error.h"
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 // No request comes near this. What a client sends must not fill the memory.
@@ -152,4 +152,4 @@ void Connection::PartAfter(std::string_view step, DWORD error) {
   Part(fmt::format("{}: {}", step, SystemErrorText(error)));
 }
 
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -19,7 +19,7 @@
 #include "settings-service/completion_port.h"
 #include "settings-service/outbox.h"
 
-namespace SettingsService {
+namespace tool::service {
 
 class Connection;
 
@@ -100,4 +100,4 @@ class Connection final : private OperationOwner {
   Outbox outbox;
 };
 
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -6,7 +6,7 @@
 
 #include "settings-service/text.h"
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 void Print(DWORD stream, std::string_view text) {
@@ -33,4 +33,4 @@ void PrintError(std::string_view text) {
   Print(STD_ERROR_HANDLE, text);
 }
 
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -9,7 +9,7 @@
 #include "platform/unique_handle.h"
 #include "settings-service/system_error.h"
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 constexpr auto kStep = "cannot restrict the pipes to the current user";
@@ -49,4 +49,4 @@ CurrentUserOnly::CurrentUserOnly() {
   attributes.lpSecurityDescriptor = descriptor.get();
 }
 
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -5,7 +5,7 @@
 
 #include <windows.h>
 
-namespace SettingsService {
+namespace tool::service {
 
 class CurrentUserOnly {
  public:
@@ -23,4 +23,4 @@ class CurrentUserOnly {
   SECURITY_ATTRIBUTES attributes{};
 };
 
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 constexpr auto kTabletPenSerial = L"ComponentsDriver\\\\PenHandler\\\\LastEPXSerialNumber";
@@ -84,4 +84,4 @@ Changes DockScene(bool isDocked) {
   return {{kPenIsDocked, Flag(isDocked)}};
 }
 
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -9,7 +9,7 @@
 
 #include "settings-service/settings_state.h"
 
-namespace SettingsService {
+namespace tool::service {
 
 // A pen comes near the tablet or leaves.
 Changes PenScene(const SettingsState& state, const std::wstring& serialNumber,
@@ -25,4 +25,4 @@ Changes ModuleScene(const SettingsState& state, bool isConnected, std::wstring s
 // A pen is put into the tablet's dock or taken out.
 Changes DockScene(bool isDocked);
 
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -6,7 +6,7 @@
 
 #include <windows.h>
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 // As long as Windows itself waits for a program to end.
@@ -58,4 +58,4 @@ bool EndRequest::IsMade() const {
   return g_isMade;
 }
 
-}  // namespace SettingsService
+}  // namespace tool::service

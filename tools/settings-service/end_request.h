@@ -5,7 +5,7 @@
 
 #include "settings-service/completion_port.h"
 
-namespace SettingsService {
+namespace tool::service {
 
 // While one exists, those events wake the port instead of ending the process on the spot. There is
 // at most one at a time.
@@ -19,4 +19,4 @@ class EndRequest {
   bool IsMade() const;
 };
 
-}  // namespace SettingsService
+}  // namespace tool::service

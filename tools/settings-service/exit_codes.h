@@ -1,7 +1,7 @@
 // With what the program ends; the help and README.md tell users.
 #pragma once
 
-namespace SettingsService {
+namespace tool::service {
 
 enum class ExitCode {
   kDone = 0,           // ended by quit, Ctrl+C or the end of standard input
@@ -10,4 +10,4 @@ enum class ExitCode {
   kFailed = 3,         // the service ran, and the store could not be written, or it broke down
 };
 
-}  // namespace SettingsService
+}  // namespace tool::service

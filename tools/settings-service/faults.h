@@ -4,7 +4,7 @@
 #include <chrono>
 #include <string>
 
-namespace SettingsService {
+namespace tool::service {
 
 enum class Offer { kBoth, kSendOnly, kDuplex };
 
@@ -19,4 +19,4 @@ struct Faults {
   std::wstring protocolVersion = L"1";  // what the probe is acknowledged with
 };
 
-}  // namespace SettingsService
+}  // namespace tool::service

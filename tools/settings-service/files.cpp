@@ -10,7 +10,7 @@
 #include "settings-service/system_error.h"
 #include "settings-service/text.h"
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 using FileHandle = KorvuISD::UniqueHandle<KorvuISD::FileHandleTraits>;
@@ -111,4 +111,4 @@ std::string SetFileAside(const std::string& name) {
   throw ServiceFailure("cannot rename " + name + ": too many damaged ones lie beside it");
 }
 
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace SettingsService {
+namespace tool::service {
 
 // Nothing if there is no such file.
 std::optional<std::string> ReadFileIfPresent(const std::string& name);
@@ -18,4 +18,4 @@ void ReplaceFileWith(const std::string& name, std::string_view text);
 // Gives the file a name of its own beside the old one, and returns that.
 std::string SetFileAside(const std::string& name);
 
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -1,6 +1,6 @@
 #include "settings-service/key_forms.h"
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 // Replaces each run of backslashes.
@@ -29,4 +29,4 @@ std::wstring PlainKey(std::wstring_view messageKey) {
   return WithSeparator(messageKey, L"\\");
 }
 
-}  // namespace SettingsService
+}  // namespace tool::service

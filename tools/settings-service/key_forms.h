@@ -4,11 +4,11 @@
 #include <string>
 #include <string_view>
 
-namespace SettingsService {
+namespace tool::service {
 
 // Takes either form, and runs of backslashes too.
 std::wstring MessageKey(std::wstring_view key);
 
 std::wstring PlainKey(std::wstring_view messageKey);
 
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -9,7 +9,7 @@
 #include "settings-service/text.h"
 #include "shared/key_ending.h"
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 constexpr size_t kMostCandidates = 4;
@@ -42,4 +42,4 @@ std::variant<std::wstring, UnknownKey> FindKey(const Catalogue& catalogue,
                                 Printable(typed), Candidates(matches))};
 }
 
-}  // namespace SettingsService
+}  // namespace tool::service

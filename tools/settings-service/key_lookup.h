@@ -7,7 +7,7 @@
 
 #include "settings-service/catalogue.h"
 
-namespace SettingsService {
+namespace tool::service {
 
 struct UnknownKey {
   std::string message;
@@ -17,4 +17,4 @@ struct UnknownKey {
 // parts where no other key ends in them.
 std::variant<std::wstring, UnknownKey> FindKey(const Catalogue& catalogue, std::wstring_view typed);
 
-}  // namespace SettingsService
+}  // namespace tool::service

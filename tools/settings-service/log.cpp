@@ -8,7 +8,7 @@
 #include "settings-service/system_error.h"
 #include "settings-service/text.h"
 
-namespace SettingsService {
+namespace tool::service {
 
 Log::Log(bool isVerbose, const std::string& fileName) : isVerbose(isVerbose) {
   if (fileName.empty()) return;
@@ -51,4 +51,4 @@ void Log::WriteToFile(std::string_view line) {
   WriteFile(file.Get(), dated.data(), static_cast<DWORD>(dated.size()), &byteCount, nullptr);
 }
 
-}  // namespace SettingsService
+}  // namespace tool::service

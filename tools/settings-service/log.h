@@ -6,7 +6,7 @@
 
 #include "platform/unique_handle.h"
 
-namespace SettingsService {
+namespace tool::service {
 
 class Log {
  public:
@@ -31,4 +31,4 @@ class Log {
   KorvuISD::UniqueHandle<KorvuISD::FileHandleTraits> file;
 };
 
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -23,7 +23,7 @@
 #include "settings-service/system_error.h"
 #include "settings-service/text.h"
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 constexpr auto kProgram = "korvu-settings-service";
@@ -84,10 +84,10 @@ ExitCode Main() {
 }
 
 }  // namespace
-}  // namespace SettingsService
+}  // namespace tool::service
 
 int main() {
-  using namespace SettingsService;
+  using namespace tool::service;
   try {
     return static_cast<int>(Main());
   } catch (const std::exception& failure) {

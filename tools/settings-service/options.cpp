@@ -6,7 +6,7 @@
 
 #include <CLI/CLI.hpp>
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 constexpr auto kDescription =
@@ -61,4 +61,4 @@ std::variant<Options, NoService> ParseOptions(std::vector<std::string> arguments
   return options;
 }
 
-}  // namespace SettingsService
+}  // namespace tool::service

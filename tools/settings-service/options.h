@@ -9,7 +9,7 @@
 
 #include "settings-service/exit_codes.h"
 
-namespace SettingsService {
+namespace tool::service {
 
 struct Options {
   bool isVerbose = false;
@@ -31,4 +31,4 @@ struct NoService {
 // `arguments` are UTF-8, without the program's name.
 std::variant<Options, NoService> ParseOptions(std::vector<std::string> arguments);
 
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-namespace SettingsService {
+namespace tool::service {
 
 size_t Outbox::Cost(const Message& message) {
   // With what a short message takes beside its characters, which are many for a long row of them.
@@ -31,4 +31,4 @@ std::optional<Outbox::Time> Outbox::NextDue() const {
   return messages.empty() ? std::nullopt : std::optional(messages.front().due);
 }
 
-}  // namespace SettingsService
+}  // namespace tool::service

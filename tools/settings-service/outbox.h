@@ -8,7 +8,7 @@
 #include <optional>
 #include <string>
 
-namespace SettingsService {
+namespace tool::service {
 
 // Shared, since an announcement goes to all clients.
 using SharedText = std::shared_ptr<const std::wstring>;
@@ -42,4 +42,4 @@ class Outbox {
   size_t byteCount = 0;
 };
 
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -8,7 +8,7 @@
 #include "settings-service/system_error.h"
 #include "settings-service/text.h"
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 constexpr std::ptrdiff_t kListeners = 8;
@@ -94,4 +94,4 @@ void PipeEndpoint::Sweep() {
   std::erase_if(instances, [](const auto& instance) { return instance->IsGone(); });
 }
 
-}  // namespace SettingsService
+}  // namespace tool::service

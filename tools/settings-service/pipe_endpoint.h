@@ -15,7 +15,7 @@
 #include "settings-service/completion_port.h"
 #include "settings-service/connection.h"
 
-namespace SettingsService {
+namespace tool::service {
 
 class PipeEndpoint {
  public:
@@ -63,4 +63,4 @@ class PipeEndpoint {
   std::vector<std::unique_ptr<Connection>> instances;
 };
 
-}  // namespace SettingsService
+}  // namespace tool::service

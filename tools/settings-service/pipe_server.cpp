@@ -8,7 +8,7 @@
 #include "settings-service/system_error.h"
 #include "settings-service/text.h"
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 // Clients notice the end of a service at once, unless they are stopped in a debugger.
@@ -179,4 +179,4 @@ void PipeServer::MakeOffer(PipeEndpoint& endpoint, bool isOffered) {
   }
 }
 
-}  // namespace SettingsService
+}  // namespace tool::service

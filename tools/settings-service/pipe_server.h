@@ -18,7 +18,7 @@
 #include "settings-service/outbox.h"
 #include "settings-service/pipe_endpoint.h"
 
-namespace SettingsService {
+namespace tool::service {
 
 class PipeServer final : private ConnectionEvents {
  public:
@@ -76,4 +76,4 @@ class PipeServer final : private ConnectionEvents {
   std::string offerProblem;  // what kept the offer from being made, once it was told
 };
 
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 constexpr std::wstring_view kOpen = L"{\"";
@@ -106,4 +106,4 @@ std::wstring Garble(std::wstring_view message) {
   return garbled;
 }
 
-}  // namespace SettingsService
+}  // namespace tool::service

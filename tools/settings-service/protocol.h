@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-namespace SettingsService {
+namespace tool::service {
 
 enum class RequestKind {
   kProbe,         // {"Connected":"?"}
@@ -50,4 +50,4 @@ std::wstring BuildLongAnnouncement(std::wstring_view key, std::wstring_view valu
 // What no client can mistake for a message.
 std::wstring Garble(std::wstring_view message);
 
-}  // namespace SettingsService
+}  // namespace tool::service

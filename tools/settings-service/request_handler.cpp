@@ -4,7 +4,7 @@
 
 #include "settings-service/text.h"
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 RequestOutcome Done(Changes changes = {}) {
@@ -66,4 +66,4 @@ RequestOutcome HandleRequest(std::wstring_view message, std::wstring_view protoc
   return Rejected("a malformed request: " + Printable(message));
 }
 
-}  // namespace SettingsService
+}  // namespace tool::service

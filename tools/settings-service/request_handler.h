@@ -7,7 +7,7 @@
 #include "settings-service/protocol.h"
 #include "settings-service/settings_state.h"
 
-namespace SettingsService {
+namespace tool::service {
 
 struct RequestOutcome {
   Reply reply;
@@ -19,4 +19,4 @@ struct RequestOutcome {
 RequestOutcome HandleRequest(std::wstring_view message, std::wstring_view protocolVersion,
                              SettingsState& state);
 
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -12,7 +12,7 @@
 
 #include "settings-service/text.h"
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 using std::chrono::milliseconds;
@@ -115,4 +115,4 @@ Script ParseScript(std::string_view text, const Catalogue& catalogue) {
   return parser.Finish();
 }
 
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -12,7 +12,7 @@
 
 #include "settings-service/commands.h"
 
-namespace SettingsService {
+namespace tool::service {
 
 struct ScriptLine {
   std::chrono::milliseconds time;  // since the service was ready; never before that of the last
@@ -28,4 +28,4 @@ struct Script {
 // `text` is UTF-8. With errors, do not run the lines.
 Script ParseScript(std::string_view text, const Catalogue& catalogue);
 
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -14,7 +14,7 @@
 #include "settings-service/request_handler.h"
 #include "settings-service/text.h"
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 uint32_t SessionOfThisProcess() {
@@ -140,4 +140,4 @@ std::optional<std::chrono::milliseconds> Service::TimeToNextDeadline(Time now) {
   return std::chrono::ceil<std::chrono::milliseconds>(std::max(*next, now) - now);
 }
 
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -20,7 +20,7 @@
 #include "settings-service/standard_input.h"
 #include "settings-service/store_file.h"
 
-namespace SettingsService {
+namespace tool::service {
 
 class Service final : private ServiceControl {
  public:
@@ -60,4 +60,4 @@ class Service final : private ServiceControl {
   bool isEnding = false;
 };
 
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -1,6 +1,6 @@
 #include "settings-service/settings_state.h"
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 constexpr std::wstring_view kCaptured =
@@ -123,4 +123,4 @@ void SettingsState::ResetCompanions(const ButtonKeys& keys, Changes& changes) {
   }
 }
 
-}  // namespace SettingsService
+}  // namespace tool::service

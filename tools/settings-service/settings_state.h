@@ -11,7 +11,7 @@
 
 #include "settings-service/catalogue.h"
 
-namespace SettingsService {
+namespace tool::service {
 
 // A value to announce.
 struct Change {
@@ -65,4 +65,4 @@ class SettingsState {
 // The key that switches the capture. It is no setting: it can be set and asked for, and no more.
 extern const std::wstring_view kCaptureSwitchKey;
 
-}  // namespace SettingsService
+}  // namespace tool::service

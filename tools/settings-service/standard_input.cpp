@@ -10,7 +10,7 @@
 
 #include "settings-service/text.h"
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 constexpr size_t kMostWaiting = 1000;
@@ -113,4 +113,4 @@ void StandardInput::Read(Lines& lines) {
   if (!line.empty()) lines.Add(std::move(line));
 }
 
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -10,7 +10,7 @@
 
 #include "settings-service/completion_port.h"
 
-namespace SettingsService {
+namespace tool::service {
 
 // Reads on a thread of its own, which nobody joins: a read of a console or a pipe may last as long
 // as the process, and cannot be ended from outside.
@@ -51,4 +51,4 @@ class StandardInput {
   std::shared_ptr<Lines> lines;
 };
 
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -7,7 +7,7 @@
 #include "settings-service/key_forms.h"
 #include "settings-service/text.h"
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 using Json = nlohmann::json;
@@ -59,4 +59,4 @@ UnknownSettings ReadStore(std::string_view text, SettingsState& state) {
   return unknown;
 }
 
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -9,7 +9,7 @@
 
 #include "settings-service/settings_state.h"
 
-namespace SettingsService {
+namespace tool::service {
 
 // Values by key, in UTF-8.
 using UnknownSettings = std::map<std::string, std::string>;
@@ -27,4 +27,4 @@ class DamagedStore : public std::runtime_error {
 // DamagedStore, and has changed nothing then.
 UnknownSettings ReadStore(std::string_view text, SettingsState& state);
 
-}  // namespace SettingsService
+}  // namespace tool::service

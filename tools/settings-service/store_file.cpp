@@ -7,7 +7,7 @@
 #include "settings-service/files.h"
 #include "settings-service/system_error.h"
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 constexpr std::chrono::milliseconds kSaveDelay{200};
@@ -66,4 +66,4 @@ void StoreFile::Save() {
   savedRevision = state.Revision();
 }
 
-}  // namespace SettingsService
+}  // namespace tool::service

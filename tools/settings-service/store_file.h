@@ -10,7 +10,7 @@
 #include "settings-service/settings_state.h"
 #include "settings-service/store.h"
 
-namespace SettingsService {
+namespace tool::service {
 
 class StoreFile {
  public:
@@ -43,4 +43,4 @@ class StoreFile {
   std::optional<Time> due;
 };
 
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -6,7 +6,7 @@
 
 #include "settings-service/text.h"
 
-namespace SettingsService {
+namespace tool::service {
 
 std::string SystemErrorText(DWORD error) {
   std::array<wchar_t, 512> buffer{};
@@ -25,4 +25,4 @@ void FailWith(std::string_view step, DWORD error) {
   throw ServiceFailure(fmt::format("{}: {}", step, SystemErrorText(error)));
 }
 
-}  // namespace SettingsService
+}  // namespace tool::service

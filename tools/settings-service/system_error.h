@@ -7,7 +7,7 @@
 
 #include <windows.h>
 
-namespace SettingsService {
+namespace tool::service {
 
 // "Access denied. (error 5)"
 std::string SystemErrorText(DWORD error);
@@ -21,4 +21,4 @@ class ServiceFailure : public std::runtime_error {
 // `step` names what was tried: "cannot open FILE".
 [[noreturn]] void FailWith(std::string_view step, DWORD error);
 
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -7,7 +7,7 @@
 
 #include "shared/utf8.h"
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 constexpr size_t kLongestPrintable = 2000;  // characters: more than any message that is meant
@@ -37,4 +37,4 @@ std::string Printable(std::wstring_view text) {
   return line;
 }
 
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace SettingsService {
+namespace tool::service {
 
 // Surrogate pairs are joined; what is no character becomes U+FFFD.
 std::string ToUtf8(std::wstring_view text);
@@ -16,4 +16,4 @@ std::wstring ToWide(std::string_view utf8);
 // cut. A message may hold anything, and must not forge lines of the log.
 std::string Printable(std::wstring_view text);
 
-}  // namespace SettingsService
+}  // namespace tool::service

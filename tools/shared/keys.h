@@ -39,7 +39,7 @@ enum KeyIndex : size_t {
   kFirstWedgeKey = 46,
   kBatteryAlertDelayKey = 114,
   kTiltSensitivityKey = 115,
-  kTipSensitivityKey = 116,
+  kPressureCurveKey = 116,
   kCapturedKeysKey = 117,
   kZoomMapKey = 125,
   kOpaqueEnabledKey = 127,

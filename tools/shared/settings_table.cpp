@@ -23,7 +23,7 @@ using enum ValueKind;
 const std::array kPlainSettings{
     PlainSetting{"tip-sensitivity", "Pressure curve",
                  "number of the pressure curve", kNumber, 0, kNoMaximum,
-                 kTipSensitivityKey, KorvuISD_SetTipSensitivity, true, {}, 6},
+                 kPressureCurveKey, KorvuISD_SetTipSensitivity, true, {}, 6},
     PlainSetting{"tilt-sensitivity", "Tilt sensitivity",
                  "tilt sensitivity, in steps", kNumber, 0, kNoMaximum,
                  kTiltSensitivityKey, KorvuISD_SetTiltSensitivity, true, {}, 90},

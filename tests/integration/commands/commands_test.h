@@ -22,7 +22,7 @@ inline constexpr int32_t kFlags[] = {1, 2, -1, 256, 65536, INT32_MAX, INT32_MIN}
 
 inline constexpr int kEraserSingle = 13;
 inline constexpr int kTiltSensitivity = 115;
-inline constexpr int kTipSensitivity = 116;
+inline constexpr int kPressureCurve = 116;
 inline constexpr int kKeystrokesEntities = 117;
 inline constexpr int kKeystrokes = 118;
 inline constexpr int kCapturedKeystrokesSlot = 12;
@@ -87,7 +87,7 @@ class CommandsTest : public IntegrationTest {
   Messages SentBeforeFence() {
     const int32_t value = ++lastFence;
     library.KorvuISD_SetTipSensitivity(value, 0);
-    const std::wstring fence = Set(kTipSensitivity, std::to_wstring(value));
+    const std::wstring fence = Set(kPressureCurve, std::to_wstring(value));
     const Messages texts = service.WaitForRequest(fence);
     const auto before = static_cast<size_t>(std::ranges::find(texts, fence) - texts.begin());
     service.WaitForRequests(before + 2);
@@ -97,7 +97,7 @@ class CommandsTest : public IntegrationTest {
       EXPECT_EQ(request.byteCount, request.text.size() * sizeof(wchar_t));
     }
     EXPECT_EQ(requests.size(), before + 2);
-    EXPECT_EQ(requests.back().text, Request(kTipSensitivity));
+    EXPECT_EQ(requests.back().text, Request(kPressureCurve));
     return {texts.begin(), texts.begin() + static_cast<std::ptrdiff_t>(before)};
   }
 

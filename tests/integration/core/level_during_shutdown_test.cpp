@@ -69,16 +69,16 @@ TEST_F(LevelDuringShutdown, SwitchedOffStaysOff) {
   ExpectNoTracing();
 }
 
-const Gate* gateOfRegistration = nullptr;
+const Gate* g_gateOfRegistration = nullptr;
 
 void KORVUISD_CALL StopInRegistration(void*, uint64_t) {
-  gateOfRegistration->Pass();
+  g_gateOfRegistration->Pass();
 }
 
 // The client that the change was meant for is closed before its turn comes.
 TEST_F(LevelDuringShutdown, AChangeThatWaitsForTheLockMeanwhileIsMade) {
   const Gate gate;
-  gateOfRegistration = &gate;
+  g_gateOfRegistration = &gate;
   std::thread registering([&] {
     KorvuISD_Callbacks callbacks{};
     callbacks.OnWedgeCapacity = &StopInRegistration;

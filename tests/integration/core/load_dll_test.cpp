@@ -63,17 +63,17 @@ class Load : public testing::Test {
   CallbackRecorder& recorder = CallbackRecorder::Instance();
 };
 
-HMODULE moduleWithoutThreadCalls = nullptr;
+HMODULE g_moduleWithoutThreadCalls = nullptr;
 
 BOOL WINAPI NoteModule(HMODULE module) {
-  moduleWithoutThreadCalls = module;
+  g_moduleWithoutThreadCalls = module;
   return TRUE;
 }
 
 TEST_F(Load, AsksNotToBeToldOfThreads) {
   ReplaceSystemFunction("DisableThreadLibraryCalls", reinterpret_cast<const void*>(&NoteModule));
   const Library library;
-  EXPECT_EQ(moduleWithoutThreadCalls, library.Module());
+  EXPECT_EQ(g_moduleWithoutThreadCalls, library.Module());
 }
 
 TEST_F(Load, WithoutAConnectionUnloadingIsAtOnce) {

@@ -155,10 +155,10 @@ TEST_F(ShutdownCalls, ShutdownOfAClientWithoutThreadDoesNotReturnEither) {
   shuttingDown.join();
 }
 
-Gate* gateOfWork = nullptr;
+Gate* g_gateOfWork = nullptr;
 
 void KORVUISD_CALL StopInWork(void*, uint64_t) {
-  gateOfWork->Pass();
+  g_gateOfWork->Pass();
 }
 
 // The connection has been closed by then, so nobody else waits for that thread.
@@ -179,7 +179,7 @@ TEST_F(ShutdownCalls, ShutdownWaitsForARegistrationThatBeginsWhenTheConnectionIs
   service.WaitForDisconnect();
 
   Gate gate;
-  gateOfWork = &gate;
+  g_gateOfWork = &gate;
   std::thread working([&] {
     KorvuISD_Callbacks callbacks{};
     callbacks.OnWedgeCapacity = &StopInWork;
@@ -201,7 +201,7 @@ TEST_F(ShutdownCalls, ShutdownWaitsForWorkThatRunsInTheClient) {
   PlatformLog log(library);
   ConnectUnder(log);
   Gate gate;
-  gateOfWork = &gate;
+  g_gateOfWork = &gate;
   std::thread working([&] {
     KorvuISD_Callbacks callbacks{};
     callbacks.OnWedgeCapacity = &StopInWork;  // called within the registration

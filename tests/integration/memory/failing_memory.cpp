@@ -13,17 +13,17 @@ namespace {
 
 constexpr int64_t kNever = std::numeric_limits<int64_t>::max();
 
-std::atomic<int64_t> firstToFail = kNever;
-std::atomic<int64_t> firstToPass = kNever;
-std::atomic<int64_t> allocations = 0;
-std::atomic<int64_t> failures = 0;
-constinit thread_local bool countsHere = false;
+std::atomic<int64_t> g_firstToFail = kNever;
+std::atomic<int64_t> g_firstToPass = kNever;
+std::atomic<int64_t> g_allocations = 0;
+std::atomic<int64_t> g_failures = 0;
+constinit thread_local bool g_countsHere = false;
 
 bool MustFail() {
-  if (!countsHere || platform_double::callDepth > 0) return false;
-  const int64_t number = ++allocations;
-  if (number < firstToFail || number >= firstToPass) return false;
-  ++failures;
+  if (!g_countsHere || platform_double::g_callDepth > 0) return false;
+  const int64_t number = ++g_allocations;
+  if (number < g_firstToFail || number >= g_firstToPass) return false;
+  ++g_failures;
   return true;
 }
 
@@ -31,23 +31,23 @@ bool MustFail() {
 
 void Fail(int64_t first, int64_t count) {
   Restore();
-  allocations = 0;
-  failures = 0;
-  firstToPass = count < kNever - first ? first + count : kNever;
-  firstToFail = first;
+  g_allocations = 0;
+  g_failures = 0;
+  g_firstToPass = count < kNever - first ? first + count : kNever;
+  g_firstToFail = first;
 }
 
 int64_t Restore() {
-  firstToFail = kNever;
-  return failures;
+  g_firstToFail = kNever;
+  return g_failures;
 }
 
 int64_t Failed() {
-  return failures;
+  return g_failures;
 }
 
 void CountHere(bool counts) {
-  countsHere = counts;
+  g_countsHere = counts;
 }
 
 }  // namespace failing_memory

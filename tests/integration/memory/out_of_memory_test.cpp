@@ -22,30 +22,30 @@ constexpr int kDisplayPath = 135;
 constexpr int64_t kEver = std::numeric_limits<int64_t>::max();
 
 // What the application remembers, without memory of its own: it is called on the library's thread.
-std::atomic<int32_t> latestTilt;
-std::mutex receivedMutex;
-std::condition_variable received;
+std::atomic<int32_t> g_latestTilt;
+std::mutex g_receivedMutex;
+std::condition_variable g_received;
 
 void KORVUISD_CALL OnTilt(void*, int32_t value) {
   {
-    const std::lock_guard lock(receivedMutex);
-    latestTilt = value;
+    const std::lock_guard lock(g_receivedMutex);
+    g_latestTilt = value;
   }
-  received.notify_all();
+  g_received.notify_all();
 }
 
 // How often each manual request was answered, by its context.
 constexpr size_t kRequests = 8;
-std::array<std::atomic<int>, kRequests> answers;
+std::array<std::atomic<int>, kRequests> g_answers;
 
 void KORVUISD_CALL OnAnswer(void* context, const wchar_t* text, size_t* partLengths, size_t) {
   {
-    const std::lock_guard lock(receivedMutex);
+    const std::lock_guard lock(g_receivedMutex);
     if (std::wstring_view(text).size() == partLengths[0] + partLengths[1]) {
-      ++answers.at(reinterpret_cast<uintptr_t>(context));
+      ++g_answers.at(reinterpret_cast<uintptr_t>(context));
     }
   }
-  received.notify_all();
+  g_received.notify_all();
 }
 
 class OutOfMemory : public IntegrationTest {
@@ -116,17 +116,17 @@ class OutOfMemory : public IntegrationTest {
   }
 
   void Request(uintptr_t context, const std::wstring& key) {
-    answers.at(context) = 0;
+    g_answers.at(context) = 0;
     requested.insert(context);
     library.SendManual(ScriptedService::ValueRequest(key).c_str(), Context(context), &OnAnswer);
   }
 
   void WaitForAnswers(const std::vector<size_t>& contexts) {
-    std::unique_lock lock(receivedMutex);
-    ASSERT_TRUE(WaitUntil(lock, received,
+    std::unique_lock lock(g_receivedMutex);
+    ASSERT_TRUE(WaitUntil(lock, g_received,
                           [&] {
                             return std::ranges::all_of(
-                                contexts, [](size_t context) { return answers[context] > 0; });
+                                contexts, [](size_t context) { return g_answers[context] > 0; });
                           }))
         << "a manual request was not answered; failures: " << failing_memory::Failed();
   }
@@ -135,14 +135,14 @@ class OutOfMemory : public IntegrationTest {
   void ExpectRecovery() {
     const int32_t fresh = 1000 + round;
     service.SetValue(Key(kTilt), std::to_wstring(fresh));
-    while (latestTilt != fresh) {
+    while (g_latestTilt != fresh) {
       Request(5, Key(kTilt));
       ASSERT_NO_FATAL_FAILURE(WaitForAnswers({5}));
     }
     // The value may be back before the lost connection's requests are answered.
     ASSERT_NO_FATAL_FAILURE(WaitForAnswers({requested.begin(), requested.end()}));
     for (const size_t context : requested) {
-      ASSERT_EQ(answers[context], 1) << "request " << context;
+      ASSERT_EQ(g_answers[context], 1) << "request " << context;
     }
   }
 

@@ -111,9 +111,9 @@ TEST_F(ValueCallback, MayChangeTheApiVersionAndConnectAgain) {
 
 // Arguments that the recorder does not write down ------------------------------------------------
 
-std::atomic<int32_t> thirdArgument{-1};
+std::atomic<int32_t> g_thirdArgument{-1};
 void KORVUISD_CALL NoteThirdArgument(void*, const KorvuISD_SideSwitch*, int32_t reserved) {
-  thirdArgument = reserved;
+  g_thirdArgument = reserved;
 }
 
 TEST_F(ValueCallback, OfASideSwitchHasZeroAfterItsSwitchWhenTheNameChanged) {
@@ -124,9 +124,9 @@ TEST_F(ValueCallback, OfASideSwitchHasZeroAfterItsSwitchWhenTheNameChanged) {
   ConnectQuietly();
   for (const int index : {NameOf(kUpperSwitch), NameOf(kLowerSwitch)}) {
     for (const wchar_t* name : {L"Pan", L"Zoom", L""}) {
-      thirdArgument = -1;
+      g_thirdArgument = -1;
       ASSERT_EQ(Announced(index, name), kNothing);
-      EXPECT_EQ(thirdArgument, 0);
+      EXPECT_EQ(g_thirdArgument, 0);
     }
   }
 }

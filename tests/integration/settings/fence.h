@@ -25,8 +25,8 @@ class Fence {
 
   // The setting that it uses; a test about tilt sensitivity needs the other one.
   void UsePressureCurve() {
-    index = kPressure;
-    slot = kOnPressure;
+    index = kPressureCurve;
+    slot = kOnPressureCurve;
   }
   int Index() const { return index; }
 

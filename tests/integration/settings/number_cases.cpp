@@ -96,7 +96,7 @@ std::vector<KeyCase> NumberCases() {
       Flag(kCenterRightClick, kOnCenterRightClick),
       Integer(kAlertDelay, kOnAlertDelay),
       Integer(kTilt, kOnTilt),
-      Integer(kPressure, kOnPressure),
+      Integer(kPressureCurve, kOnPressureCurve),
       Feature(kOpaqueSupported, 1),
       Flag(kOpaqueEnabled, kOnOpaqueEnabled),
       Flag(kOpaqueSetup, kOnOpaqueSetup),

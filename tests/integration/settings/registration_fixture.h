@@ -39,7 +39,7 @@ class Registration : public SettingsTest {
                                       {NameOf(kEraserLong), L"a"},
                                       {NameOf(kUpperSwitch), L"a"},
                                       {NameOf(kLowerSwitch), L"a"},
-                                      {kPressure, L"1"},
+                                      {kPressureCurve, L"1"},
                                       {kTilt, L"1"},
                                       {kAlertDelay, L"1"},
                                       {kCenterRightClick, L"1"},

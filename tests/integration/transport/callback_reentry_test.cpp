@@ -37,8 +37,8 @@ TEST_F(CallbackReentry, AValueCallbackMaySend) {
   ASSERT_TRUE(replies.WaitFor(1));
   EXPECT_EQ(replies.All(), (std::vector<ManualReply>{{Context(1), L"0", L"1"}}));
   EXPECT_EQ(service.RequestTexts(),
-            (std::vector<std::wstring>{ScriptedService::SetMessage(Key(kTip), L"3"),
-                                       ValueRequestOf(kTip), Marker()}));
+            (std::vector<std::wstring>{ScriptedService::SetMessage(Key(kPressureCurve), L"3"),
+                                       ValueRequestOf(kPressureCurve), Marker()}));
 }
 
 // The callback runs inside an exchange then; its messages wait for their turn.
@@ -52,9 +52,10 @@ TEST_F(CallbackReentry, ACallbackOfAValueReplyMaySend) {
   library.KorvuISD_SetTiltSensitivity(1, 0);
   ASSERT_TRUE(replies.WaitFor(1));
   EXPECT_EQ(service.RequestTexts(),
-            (std::vector<std::wstring>{
-                ScriptedService::SetMessage(Key(kTilt), L"1"), ValueRequestOf(kTilt),
-                ScriptedService::SetMessage(Key(kTip), L"3"), ValueRequestOf(kTip), Marker()}));
+            (std::vector<std::wstring>{ScriptedService::SetMessage(Key(kTilt), L"1"),
+                                       ValueRequestOf(kTilt),
+                                       ScriptedService::SetMessage(Key(kPressureCurve), L"3"),
+                                       ValueRequestOf(kPressureCurve), Marker()}));
 }
 
 TEST_F(CallbackReentry, AValueCallbackMayRegisterAnotherContext) {

@@ -101,8 +101,9 @@ TEST_F(ConnectionBatch, GoesBeforeWhatIsQueuedMeanwhile) {
   SendManual(Marker(1));
   service.ReleaseHeld();
   ASSERT_TRUE(replies.WaitFor(1));
-  EXPECT_EQ(service.RequestTexts(), BatchAnd({ScriptedService::SetMessage(Key(kTip), L"3"),
-                                              ValueRequestOf(kTip), Marker(1)}));
+  EXPECT_EQ(service.RequestTexts(),
+            BatchAnd({ScriptedService::SetMessage(Key(kPressureCurve), L"3"),
+                      ValueRequestOf(kPressureCurve), Marker(1)}));
 }
 
 // The rest of a batch that was cut short is not made up for: the next one starts from the probe.

@@ -159,7 +159,7 @@ TEST_F(ManualRequest, IsAnsweredByASettersMessageOfItsText) {
   ConnectAndForget();
   HoldTheQueue();
   library.KorvuISD_SetTipSensitivity(3, 0);
-  SendManual(ScriptedService::SetMessage(Key(kTip), L"3"));
+  SendManual(ScriptedService::SetMessage(Key(kPressureCurve), L"3"));
   size_t sentWhenCalled = 0;
   replies.WhenCalled([&](const ManualReply&) { sentWhenCalled = service.Requests().size(); });
   ReleaseTheQueue();
@@ -251,9 +251,10 @@ TEST_F(ManualRequest, IsAnsweredWithoutTheLock) {
   });
   SendManual(Marker());
   ExpectReplies({{Context(1), L"0", L"1"}});
-  EXPECT_EQ(service.WaitForRequests(3),
-            (std::vector<std::wstring>{Marker(), ScriptedService::SetMessage(Key(kTip), L"3"),
-                                       ValueRequestOf(kTip)}));
+  EXPECT_EQ(
+      service.WaitForRequests(3),
+      (std::vector<std::wstring>{Marker(), ScriptedService::SetMessage(Key(kPressureCurve), L"3"),
+                                 ValueRequestOf(kPressureCurve)}));
 }
 
 TEST_F(ManualRequest, IsAnsweredWithoutTheLockAfterALoss) {

@@ -44,8 +44,8 @@ TEST_F(PlatformArguments, AWriteIsOfTheWholeMessageWithoutTerminator) {
   ASSERT_TRUE(replies.WaitFor(2));
   std::vector<DWORD> expected;
   std::vector<std::wstring> messages = Batch();
-  messages.push_back(ScriptedService::SetMessage(Key(kTip), L"3"));
-  messages.push_back(ValueRequestOf(kTip));
+  messages.push_back(ScriptedService::SetMessage(Key(kPressureCurve), L"3"));
+  messages.push_back(ValueRequestOf(kPressureCurve));
   messages.push_back(std::wstring(5000, L'm'));
   messages.push_back(L"");
   for (const std::wstring& message : messages) {

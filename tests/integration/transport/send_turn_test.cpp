@@ -71,8 +71,8 @@ TEST_F(SendTurn, CallersDoNotWaitForTheServiceAndTheirMessagesKeepTheirOrder) {
   std::vector<std::wstring> expected = {Marker()};
   for (int i = 0; i < 100; ++i) {
     library.KorvuISD_SetTipSensitivity(i, 0);
-    expected.push_back(ScriptedService::SetMessage(Key(kTip), std::to_wstring(i)));
-    expected.push_back(ValueRequestOf(kTip));
+    expected.push_back(ScriptedService::SetMessage(Key(kPressureCurve), std::to_wstring(i)));
+    expected.push_back(ValueRequestOf(kPressureCurve));
   }
   EXPECT_EQ(service.RequestTexts().size(), 1u);
   service.ReleaseHeld();

@@ -32,7 +32,7 @@ class TransportTest : public IntegrationTest {
   // Settings by index, and the slots of their callbacks.
   static constexpr int kAlertDelay = 114;
   static constexpr int kAlertDelaySlot = 9;
-  static constexpr int kTip = 116;
+  static constexpr int kPressureCurve = 116;
   // Hands over every value as it is, the same one twice and the empty one too.
   static constexpr int kKeystrokes = 118;
   static constexpr int kKeystrokesSlot = 12;

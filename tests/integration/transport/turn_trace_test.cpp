@@ -65,13 +65,14 @@ TEST_F(TraceOfATurn, OfTheWholeConnectionBatch) {
 
 TEST_F(TraceOfATurn, OfASetterIsTwoExchanges) {
   ConnectAndSettle();
-  const std::wstring set = ScriptedService::SetMessage(Key(kTip), L"3");
-  service.SetValue(Key(kTip), L"3");
+  const std::wstring set = ScriptedService::SetMessage(Key(kPressureCurve), L"3");
+  service.SetValue(Key(kPressureCurve), L"3");
   library.KorvuISD_SetTipSensitivity(3, 0);
   const std::wstring reply = LR"({"Val":"3"})";
-  ExpectLines(trace, {kSendTurn, Sending(set), kReplyStart, ReplyRead(kAck, kAck), kReadStart,
-                      kSendTurn, Sending(ValueRequestOf(kTip)), kReplyStart,
-                      ReplyRead(reply, reply), Parsed(L"SendJSON: ", Key(kTip), L"3"), kReadStart});
+  ExpectLines(trace,
+              {kSendTurn, Sending(set), kReplyStart, ReplyRead(kAck, kAck), kReadStart, kSendTurn,
+               Sending(ValueRequestOf(kPressureCurve)), kReplyStart, ReplyRead(reply, reply),
+               Parsed(L"SendJSON: ", Key(kPressureCurve), L"3"), kReadStart});
 }
 
 TEST_F(TraceOfATurn, OfAnAnnouncement) {

@@ -44,7 +44,7 @@ Messages MessagesOf(Verb verb, int64_t number) {
   switch (verb) {
     case Verb::kTilt:
       return watched(0);
-    case Verb::kTip:
+    case Verb::kPressureCurve:
       return watched(1);
     case Verb::kBatteryDelay:
       return watched(2);

@@ -33,12 +33,12 @@ struct Drive {
   std::string folder;
 };
 
-bool isDriveMade = false;
+bool g_isDriveMade = false;
 
 const Drive& TheDrive() {
   // Never destroyed: threads may outlive the static objects.
   static const Drive& drive = *new Drive;
-  isDriveMade = true;
+  g_isDriveMade = true;
   return drive;
 }
 
@@ -74,7 +74,7 @@ std::string DriveFolder() {
 
 void RemoveDriveFolder() {
   const KernelLock lock;
-  if (!isDriveMade) return;
+  if (!g_isDriveMade) return;
   std::error_code ignored;
   std::filesystem::remove_all(TheDrive().folder, ignored);
 }

@@ -7,7 +7,7 @@
 namespace platform_double {
 namespace {
 
-constinit std::mutex kernelMutex;
+constinit std::mutex g_kernelMutex;
 
 }  // namespace
 
@@ -31,7 +31,7 @@ void Waiter::Wake() {
 
 KernelLock::KernelLock() {
   HideFromSanitizer();
-  lock = std::unique_lock(kernelMutex);
+  lock = std::unique_lock(g_kernelMutex);
 }
 
 KernelLock::~KernelLock() {

@@ -15,20 +15,20 @@
 namespace platform_double {
 namespace {
 
-size_t referenceCount = 0;
-LibraryEntry libraryEntry = nullptr;
-constinit SyncPoint references;
+size_t g_referenceCount = 0;
+LibraryEntry g_libraryEntry = nullptr;
+constinit SyncPoint g_references;
 
 // Its address is what stands for the module; there is one.
-char image = 0;
+char g_image = 0;
 
 HMODULE Module() {
-  return reinterpret_cast<HMODULE>(&image);
+  return reinterpret_cast<HMODULE>(&g_image);
 }
 
 size_t AddReference() {
   const KernelLock lock;
-  return ++referenceCount;
+  return ++g_referenceCount;
 }
 
 }  // namespace
@@ -36,7 +36,7 @@ size_t AddReference() {
 HMODULE LoadLinkedLibrary(LibraryEntry entry) {
   {
     const KernelLock lock;
-    libraryEntry = entry;
+    g_libraryEntry = entry;
   }
   if (AddReference() == 1 && entry) entry(Module(), DLL_PROCESS_ATTACH, nullptr);
   return Module();
@@ -48,7 +48,7 @@ bool UnloadLinkedLibrary(HMODULE module) {
 
 size_t ModuleReferences() {
   const KernelLock lock;
-  return referenceCount;
+  return g_referenceCount;
 }
 
 void LeaveThread(HMODULE module, DWORD) {
@@ -79,16 +79,16 @@ BOOL FreeLibrary(HMODULE module) {
   LibraryEntry entry = nullptr;
   {
     const KernelLock lock;
-    if (module != Module() || referenceCount == 0) {
+    if (module != Module() || g_referenceCount == 0) {
       NoteMisuse("FreeLibrary", "the module is not loaded");
       SetLastError(ERROR_MOD_NOT_FOUND);
       return FALSE;
     }
     // Whoever gives the last reference back comes after all who have given back theirs.
-    references.Pass();
-    if (--referenceCount == 0) {
-      references.Take();
-      entry = std::exchange(libraryEntry, nullptr);
+    g_references.Pass();
+    if (--g_referenceCount == 0) {
+      g_references.Take();
+      entry = std::exchange(g_libraryEntry, nullptr);
     }
   }
   if (entry) entry(module, DLL_PROCESS_DETACH, nullptr);

@@ -3,21 +3,21 @@
 namespace platform_double {
 namespace {
 
-constinit Scheduler* chosen = nullptr;
+constinit Scheduler* g_chosen = nullptr;
 
 }  // namespace
 
 void UseScheduler(Scheduler* scheduler) {
-  chosen = scheduler;
+  g_chosen = scheduler;
 }
 
 Scheduler* ChosenScheduler() {
-  return chosen;
+  return g_chosen;
 }
 
 ThreadState& CurrentThreadState() {
   thread_local ThreadState state;
-  return chosen ? chosen->CurrentThread() : state;
+  return g_chosen ? g_chosen->CurrentThread() : state;
 }
 
 }  // namespace platform_double

@@ -18,10 +18,10 @@
 namespace platform_double {
 namespace {
 
-std::atomic<DWORD> lastThreadId{1000};
+std::atomic<DWORD> g_lastThreadId{1000};
 
 DWORD NextThreadId() {
-  return lastThreadId += 4;
+  return g_lastThreadId += 4;
 }
 
 struct ThreadStart {

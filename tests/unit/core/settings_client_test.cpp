@@ -12,12 +12,12 @@ namespace {
 
 const std::wstring kTiltKey = LR"(ComponentsDriver\\PenHandler\\PenTransducer\\TiltSensitivity)";
 
-std::vector<int32_t> received;
+std::vector<int32_t> g_received;
 
 // Records the tilt sensitivity.
 KorvuISD_Callbacks TiltCallbacks() {
   KorvuISD_Callbacks callbacks{};
-  callbacks.OnTiltSensitivity = [](void*, int32_t value) { received.push_back(value); };
+  callbacks.OnTiltSensitivity = [](void*, int32_t value) { g_received.push_back(value); };
   return callbacks;
 }
 
@@ -65,25 +65,25 @@ TEST(FreshClient, TakesNoManualRequestsOfItsPredecessor) {
 }
 
 TEST(FreshClient, TakesNoRegistrationsOfItsPredecessor) {
-  received.clear();
+  g_received.clear();
   SettingsClient old(nullptr);
   Register(old);
   SettingsClient fresh(&old);
   fresh.DispatchValue(kTiltKey, L"4");
-  EXPECT_TRUE(received.empty());
+  EXPECT_TRUE(g_received.empty());
   old.DispatchValue(kTiltKey, L"4");
-  EXPECT_EQ(received, std::vector<int32_t>({4}));
+  EXPECT_EQ(g_received, std::vector<int32_t>({4}));
 }
 
 TEST(FreshClient, TakesNoValuesOfItsPredecessor) {
-  received.clear();
+  g_received.clear();
   SettingsClient old(nullptr);
   old.DispatchValue(kTiltKey, L"4");
   SettingsClient fresh(&old);
   Register(fresh);
   fresh.DispatchValue(kTiltKey, L"4");
   fresh.DispatchValue(kTiltKey, L"4");
-  EXPECT_EQ(received, std::vector<int32_t>({4}));
+  EXPECT_EQ(g_received, std::vector<int32_t>({4}));
 }
 
 TEST(ConnectionNumber, OfAnotherConnectionReachesNothing) {

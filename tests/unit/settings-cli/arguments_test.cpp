@@ -4,7 +4,7 @@
 
 #include "settings-cli/exit_code.h"
 
-using namespace tool;
+using namespace tool::cli;
 using namespace std::chrono_literals;
 using testing::HasSubstr;
 using testing::ThrowsMessage;

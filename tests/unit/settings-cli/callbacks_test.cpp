@@ -10,7 +10,7 @@
 #include "settings-cli/inbox.h"
 #include "settings-cli/json_text.h"
 
-using namespace tool;
+using namespace tool::cli;
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-using namespace tool;
+using namespace tool::cli;
 using namespace std::chrono_literals;
 using testing::HasSubstr;
 using testing::ThrowsMessage;

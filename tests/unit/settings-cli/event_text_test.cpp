@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-using namespace tool;
+using namespace tool::cli;
 
 namespace {
 

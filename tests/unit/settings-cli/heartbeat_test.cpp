@@ -5,6 +5,7 @@
 #include "shared/keys.h"
 
 using namespace tool;
+using namespace tool::cli;
 using namespace std::chrono_literals;
 
 namespace {

@@ -4,7 +4,7 @@
 
 #include <gmock/gmock.h>
 
-using namespace tool;
+using namespace tool::cli;
 using namespace std::chrono_literals;
 
 namespace {

@@ -6,6 +6,7 @@
 #include "shared/keys.h"
 
 using namespace tool;
+using namespace tool::cli;
 using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;

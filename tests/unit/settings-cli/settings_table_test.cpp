@@ -13,6 +13,7 @@
 #include "settings-cli/setting_values.h"
 
 using namespace tool;
+using namespace tool::cli;
 
 namespace {
 

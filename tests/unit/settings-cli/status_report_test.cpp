@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
-using namespace tool;
+using namespace tool::cli;
 using testing::HasSubstr;
 
 namespace {

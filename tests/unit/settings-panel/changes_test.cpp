@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-using namespace panel;
+using namespace tool::panel;
 using namespace std::chrono_literals;
 
 namespace {

@@ -4,7 +4,7 @@
 
 #include <gmock/gmock.h>
 
-using namespace panel;
+using namespace tool::panel;
 
 namespace {
 

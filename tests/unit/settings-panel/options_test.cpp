@@ -4,7 +4,7 @@
 
 #include "status_text.h"
 
-using namespace panel;
+using namespace tool::panel;
 
 namespace {
 

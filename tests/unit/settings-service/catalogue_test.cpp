@@ -10,7 +10,7 @@
 #include "settings/option_items.h"
 #include "support/expected_settings.h"
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 using testing::IsSupersetOf;
@@ -167,4 +167,4 @@ INSTANTIATE_TEST_SUITE_P(
         R"({"functions":{},"settings":{"a":""},"buttons":{},"functionLists":{"a":["1"]},"textLists":{}})"));
 
 }  // namespace
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 using enum PipeSide;
@@ -39,4 +39,4 @@ TEST(ServiceClientNumbers, UnknownNumberIsNoMatter) {
 }
 
 }  // namespace
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -9,7 +9,7 @@
 #include "service_printers.h"
 #include "unit/settings-service/tilt_key.h"
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 using testing::ElementsAre;
@@ -148,4 +148,4 @@ TEST_F(ServiceCommandRun, DropHelpAndQuit) {
 }
 
 }  // namespace
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -6,7 +6,7 @@
 
 #include "unit/settings-service/tilt_key.h"
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 using testing::HasSubstr;
@@ -186,4 +186,4 @@ TEST(ServiceCommand, HelpListsEveryCommand) {
 }
 
 }  // namespace
-}  // namespace SettingsService
+}  // namespace tool::service

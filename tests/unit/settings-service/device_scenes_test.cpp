@@ -6,7 +6,7 @@
 
 #include "service_printers.h"
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 using testing::ElementsAre;
@@ -102,4 +102,4 @@ TEST_F(ServiceScene, AllKeysExist) {
 }
 
 }  // namespace
-}  // namespace SettingsService
+}  // namespace tool::service

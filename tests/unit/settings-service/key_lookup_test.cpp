@@ -7,7 +7,7 @@
 #include "settings-service/key_forms.h"
 #include "unit/settings-service/tilt_key.h"
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 std::wstring Found(std::wstring_view typed) {
@@ -63,4 +63,4 @@ TEST(ServiceKeyForms, GoBothWays) {
 }
 
 }  // namespace
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -5,7 +5,7 @@
 
 #include <gmock/gmock.h>
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 using testing::HasSubstr;
@@ -91,4 +91,4 @@ INSTANTIATE_TEST_SUITE_P(
                     std::vector<std::string>{"--log"}));
 
 }  // namespace
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 using std::chrono::milliseconds;
@@ -75,4 +75,4 @@ TEST_F(ServiceOutbox, HasRoomAgainWhenMessagesAreTaken) {
 }
 
 }  // namespace
-}  // namespace SettingsService
+}  // namespace tool::service

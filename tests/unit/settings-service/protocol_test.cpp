@@ -7,7 +7,7 @@
 #include "settings/option_items.h"
 #include "transport/messages.h"
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 constexpr std::wstring_view kKey = L"ComponentsDriver\\\\PenHandler\\\\PenTransducer\\\\PenInProx";
@@ -156,4 +156,4 @@ TEST(ServiceProtocol, ClientsMakeNothingOfGarbledMessages) {
 }
 
 }  // namespace
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -8,7 +8,7 @@
 #include "support/expected_settings.h"
 #include "unit/settings-service/tilt_key.h"
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 using testing::ElementsAre;
@@ -117,4 +117,4 @@ TEST_F(ServiceRequest, CaptureTakesNoOtherValue) {
 }
 
 }  // namespace
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -5,7 +5,7 @@
 
 #include <gmock/gmock.h>
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 using std::chrono::milliseconds;
@@ -78,4 +78,4 @@ INSTANTIATE_TEST_SUITE_P(ServiceScript, WrongTime,
                                          "99999999999999999999ms", "9999999999s"));
 
 }  // namespace
-}  // namespace SettingsService
+}  // namespace tool::service

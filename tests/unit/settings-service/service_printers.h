@@ -6,10 +6,10 @@
 #include "settings-service/settings_state.h"
 #include "settings-service/text.h"
 
-namespace SettingsService {
+namespace tool::service {
 
 inline void PrintTo(const Change& change, std::ostream* stream) {
   *stream << Printable(change.key) << " = " << Printable(change.value);
 }
 
-}  // namespace SettingsService
+}  // namespace tool::service

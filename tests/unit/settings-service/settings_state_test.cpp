@@ -7,7 +7,7 @@
 #include "service_printers.h"
 #include "unit/settings-service/tilt_key.h"
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 using testing::ElementsAre;
@@ -157,4 +157,4 @@ TEST_F(ServiceState, DifferencesAreTheValuesThatAreNotDefaults) {
 }
 
 }  // namespace
-}  // namespace SettingsService
+}  // namespace tool::service

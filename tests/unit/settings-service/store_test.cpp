@@ -7,7 +7,7 @@
 #include "service_printers.h"
 #include "unit/settings-service/tilt_key.h"
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 using testing::ElementsAre;
@@ -100,4 +100,4 @@ TEST_F(ServiceStore, EveryPrefixOfAStoreIsDamaged) {
 }
 
 }  // namespace
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace SettingsService {
+namespace tool::service {
 namespace {
 
 // U+1F58A, as this platform's wide text has it.
@@ -59,4 +59,4 @@ TEST(ServiceText, PrintableCutsWhatIsTooLongAndSaysHowLongItWas) {
 }
 
 }  // namespace
-}  // namespace SettingsService
+}  // namespace tool::service

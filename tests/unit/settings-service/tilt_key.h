@@ -1,8 +1,8 @@
 // The setting that tests change when any will do.
 #pragma once
 
-namespace SettingsService {
+namespace tool::service {
 
 inline constexpr auto kTilt = L"ComponentsDriver\\\\PenHandler\\\\PenTransducer\\\\TiltSensitivity";
 
-}  // namespace SettingsService
+}  // namespace tool::service

@@ -13,21 +13,21 @@ using testing::IsEmpty;
 namespace {
 
 // Contexts are places in this array, so that their order is known.
-char places[8];
+char g_places[8];
 
 void* Place(size_t number) {
-  return &places[number];
+  return &g_places[number];
 }
 size_t NumberOf(void* context) {
-  return static_cast<size_t>(static_cast<char*>(context) - places);
+  return static_cast<size_t>(static_cast<char*>(context) - g_places);
 }
 
 // Callbacks bear nothing but their context.
-std::vector<size_t> called;
+std::vector<size_t> g_called;
 std::function<void(size_t)> whenCalled;
 
 void KORVUISD_CALL NoteTilt(void* context, int32_t) {
-  called.push_back(NumberOf(context));
+  g_called.push_back(NumberOf(context));
   if (whenCalled) whenCalled(NumberOf(context));
 }
 
@@ -37,20 +37,20 @@ struct Greeting {
   int64_t second;
   bool operator==(const Greeting&) const = default;
 };
-std::vector<Greeting> greetings;
+std::vector<Greeting> g_greetings;
 
 void KORVUISD_CALL NoteCapacity(void* context, uint64_t count) {
-  greetings.push_back({NumberOf(context), static_cast<int64_t>(count), 0});
+  g_greetings.push_back({NumberOf(context), static_cast<int64_t>(count), 0});
 }
 void KORVUISD_CALL NoteRange(void* context, int32_t minimum, int32_t maximum) {
-  greetings.push_back({NumberOf(context), minimum, maximum});
+  g_greetings.push_back({NumberOf(context), minimum, maximum});
 }
 
 class CallbackRegistrationsTest : public testing::Test {
  protected:
   CallbackRegistrationsTest() {
-    called.clear();
-    greetings.clear();
+    g_called.clear();
+    g_greetings.clear();
     whenCalled = nullptr;
     record.OnTiltSensitivity = NoteTilt;
   }
@@ -58,9 +58,9 @@ class CallbackRegistrationsTest : public testing::Test {
   void Add(size_t number) { registrations.Add(&record, Place(number), 9); }
   void Remove(size_t number) { registrations.Add(nullptr, Place(number), 9); }
   std::vector<size_t> Fire() {
-    called.clear();
+    g_called.clear();
     registrations.Fire(&KorvuISD_Callbacks::OnTiltSensitivity, 5);
-    return called;
+    return g_called;
   }
 
   CallbackRegistrations registrations;
@@ -109,12 +109,13 @@ TEST_F(CallbackRegistrationsTest, AreGreetedWithTheFixedNumbersAlone) {
   record.OnSecondRange = NoteRange;
   Add(1);
   Add(2);
-  EXPECT_THAT(greetings, ElementsAre(Greeting{1, 16, 0}, Greeting{1, 0, 6}, Greeting{1, -90, 90},
-                                     Greeting{2, 16, 0}, Greeting{2, 0, 6}, Greeting{2, -90, 90}));
-  greetings.clear();
+  EXPECT_THAT(g_greetings,
+              ElementsAre(Greeting{1, 16, 0}, Greeting{1, 0, 6}, Greeting{1, -90, 90},
+                          Greeting{2, 16, 0}, Greeting{2, 0, 6}, Greeting{2, -90, 90}));
+  g_greetings.clear();
   Remove(1);
-  EXPECT_THAT(greetings, IsEmpty());
-  EXPECT_THAT(called, IsEmpty());
+  EXPECT_THAT(g_greetings, IsEmpty());
+  EXPECT_THAT(g_called, IsEmpty());
 }
 
 TEST_F(CallbackRegistrationsTest, MayRemoveThemselvesWhileTheyAreCalled) {
@@ -176,10 +177,10 @@ TEST_P(CallbackRegistrationsAt, OpenValueCallbacksFromTheirVersionOn) {
     all.*slot.member = NoteTilt;
     CallbackRegistrations fresh;
     fresh.Add(&all, Place(1), GetParam().apiVersion);
-    called.clear();
+    g_called.clear();
     fresh.Fire(slot.member, 1);
-    EXPECT_EQ(called.size(), slot.number < GetParam().slotCount ? 1u : 0u) << slot.number;
-    open += called.size();
+    EXPECT_EQ(g_called.size(), slot.number < GetParam().slotCount ? 1u : 0u) << slot.number;
+    open += g_called.size();
   }
   EXPECT_GE(open, 2u);
 }

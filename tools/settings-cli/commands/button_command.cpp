@@ -6,7 +6,7 @@
 #include "settings-cli/buttons.h"
 #include "settings-cli/commands/commands.h"
 
-namespace tool {
+namespace tool::cli {
 
 Command SetButton(const ButtonOptions& options) {
   const Button* button = FindButton(options.which);
@@ -19,4 +19,4 @@ Command SetButton(const ButtonOptions& options) {
                                    const wchar_t*) { button->set(value, empty); });
 }
 
-}  // namespace tool
+}  // namespace tool::cli

@@ -16,7 +16,7 @@
 #include "settings-cli/text.h"
 #include "shared/keys.h"
 
-namespace tool {
+namespace tool::cli {
 namespace {
 
 // A sequence that does not fit is lost, so there is room for more than anyone types.
@@ -136,4 +136,4 @@ Command CaptureKeystrokes(const CaptureOptions& options) {
   return command;
 }
 
-}  // namespace tool
+}  // namespace tool::cli

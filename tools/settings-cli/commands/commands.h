@@ -11,7 +11,7 @@
 #include "settings-cli/command.h"
 #include "settings-cli/plain_change.h"
 
-namespace tool {
+namespace tool::cli {
 
 struct StatusOptions {
   bool json = false;
@@ -88,4 +88,4 @@ struct RawOptions {
 };
 Command SendRaw(const RawOptions& options);
 
-}  // namespace tool
+}  // namespace tool::cli

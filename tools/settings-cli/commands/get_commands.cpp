@@ -13,7 +13,7 @@
 #include "settings-cli/text.h"
 #include "shared/keys.h"
 
-namespace tool {
+namespace tool::cli {
 namespace {
 
 using Values = std::vector<std::optional<std::wstring>>;
@@ -94,4 +94,4 @@ Command ListValues(const ListOptions& options) {
   return command;
 }
 
-}  // namespace tool
+}  // namespace tool::cli

@@ -12,7 +12,7 @@
 #include "settings-cli/text.h"
 #include "shared/keys.h"
 
-namespace tool {
+namespace tool::cli {
 namespace {
 
 ExitCode ChangeLimit(Session& session, Terminal& terminal, uint8_t ring, uint8_t limit) {
@@ -53,4 +53,4 @@ Command SetMenuLimit(const MenuLimitOptions& options) {
   return command;
 }
 
-}  // namespace tool
+}  // namespace tool::cli

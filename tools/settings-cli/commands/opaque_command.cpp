@@ -10,7 +10,7 @@
 #include "settings-cli/plain_change.h"
 #include "settings-cli/text.h"
 
-namespace tool {
+namespace tool::cli {
 namespace {
 
 constexpr std::string_view kDisplayPath = "display-path";
@@ -60,4 +60,4 @@ std::string OpaqueHelp() {
                      kDisplayPath, "text");
 }
 
-}  // namespace tool
+}  // namespace tool::cli

@@ -8,7 +8,7 @@
 #include "settings-cli/session.h"
 #include "settings-cli/text.h"
 
-namespace tool {
+namespace tool::cli {
 namespace {
 
 ExitCode Send(Session& session, Terminal& terminal, const std::wstring& message) {
@@ -36,4 +36,4 @@ Command SendRaw(const RawOptions& options) {
   return command;
 }
 
-}  // namespace tool
+}  // namespace tool::cli

@@ -6,7 +6,7 @@
 #include "settings-cli/console.h"
 #include "settings-cli/plain_change.h"
 
-namespace tool {
+namespace tool::cli {
 namespace {
 
 constexpr std::string_view kOpaquePrefix = "opaque-";
@@ -46,4 +46,4 @@ Command SetCenterRightClick(const ValueChoice& choice) {
   return ChangePlainSetting(*FindSetting(PlainSettings(), kName), kName, choice);
 }
 
-}  // namespace tool
+}  // namespace tool::cli

@@ -11,7 +11,7 @@
 #include "settings-cli/text.h"
 #include "shared/keys.h"
 
-namespace tool {
+namespace tool::cli {
 namespace {
 
 template <class Number>
@@ -66,4 +66,4 @@ Command ShowStatus(const StatusOptions& options) {
   return command;
 }
 
-}  // namespace tool
+}  // namespace tool::cli

@@ -15,7 +15,7 @@
 #include "settings-cli/json_text.h"
 #include "settings-cli/session.h"
 
-namespace tool {
+namespace tool::cli {
 namespace {
 
 using Time = std::chrono::system_clock::time_point;
@@ -154,4 +154,4 @@ Command WatchCallbacks(const WatchOptions& options) {
   return command;
 }
 
-}  // namespace tool
+}  // namespace tool::cli

@@ -14,7 +14,7 @@
 #include "settings-cli/text.h"
 #include "shared/keys.h"
 
-namespace tool {
+namespace tool::cli {
 namespace {
 
 constexpr std::string_view kWhat = "zoom";
@@ -76,4 +76,4 @@ Command SetZoom(const ZoomOptions& options) {
   return command;
 }
 
-}  // namespace tool
+}  // namespace tool::cli

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace panel {
+namespace tool::panel {
 
 double StrokeFor(double pressure, int number, int lastNumber) {
   // An exponent of 1 is straight; both ends bend equally far from it.
@@ -26,4 +26,4 @@ std::vector<Point> CurvePoints(const Box& box, int number, int lastNumber) {
   return points;
 }
 
-}  // namespace panel
+}  // namespace tool::panel

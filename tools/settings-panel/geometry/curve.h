@@ -5,7 +5,7 @@
 
 #include "geometry/shapes.h"
 
-namespace panel {
+namespace tool::panel {
 
 // The share of the full stroke, 0 to 1, for a share of the full pressure. The curve's number goes
 // from soft (0, a light touch gives much) over straight (the middle) to firm. The service alone
@@ -15,4 +15,4 @@ double StrokeFor(double pressure, int number, int lastNumber);
 // The curve in a box, from its lower left corner to its upper right one: one point a column.
 std::vector<Point> CurvePoints(const Box& box, int number, int lastNumber);
 
-}  // namespace panel
+}  // namespace tool::panel

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <limits>
 
-namespace panel {
+namespace tool::panel {
 namespace {
 
 int32_t ToInt32(double number) {
@@ -55,4 +55,4 @@ ZoomArea DesktopMap::FromPoints(Point first, Point second) const {
           x(std::max(first.x, second.x)), y(std::max(first.y, second.y))};
 }
 
-}  // namespace panel
+}  // namespace tool::panel

@@ -7,7 +7,7 @@
 #include "geometry/shapes.h"
 #include "model/letters.h"
 
-namespace panel {
+namespace tool::panel {
 
 class DesktopMap {
  public:
@@ -26,4 +26,4 @@ class DesktopMap {
   double top = 0;
 };
 
-}  // namespace panel
+}  // namespace tool::panel

@@ -1,7 +1,7 @@
 // Points and boxes in pixels, without windows.
 #pragma once
 
-namespace panel {
+namespace tool::panel {
 
 struct Point {
   int x = 0;
@@ -21,4 +21,4 @@ struct Box {
   bool operator==(const Box&) const = default;
 };
 
-}  // namespace panel
+}  // namespace tool::panel

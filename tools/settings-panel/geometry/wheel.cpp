@@ -4,7 +4,7 @@
 #include <cmath>
 #include <numbers>
 
-namespace panel {
+namespace tool::panel {
 namespace {
 
 constexpr double kFullTurn = 2 * std::numbers::pi;
@@ -56,4 +56,4 @@ Point Wheel::At(double angle, double radius) const {
           centre.y + static_cast<int>(std::lround(std::sin(angle) * radius))};
 }
 
-}  // namespace panel
+}  // namespace tool::panel

@@ -5,7 +5,7 @@
 
 #include "geometry/shapes.h"
 
-namespace panel {
+namespace tool::panel {
 
 class Wheel {
  public:
@@ -37,4 +37,4 @@ class Wheel {
   int wedgeCount;
 };
 
-}  // namespace panel
+}  // namespace tool::panel

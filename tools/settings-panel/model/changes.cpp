@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace panel {
+namespace tool::panel {
 
 void Changes::Start(size_t key, std::wstring wanted, Clock::time_point now) {
   changes.insert_or_assign(key, Change{std::move(wanted), now + kPatience});
@@ -41,4 +41,4 @@ bool Changes::ArePending() const {
                      [](const auto& change) { return !change.second.isNotTaken; });
 }
 
-}  // namespace panel
+}  // namespace tool::panel

@@ -10,7 +10,7 @@
 #include <map>
 #include <string>
 
-namespace panel {
+namespace tool::panel {
 
 using Clock = std::chrono::steady_clock;
 
@@ -44,4 +44,4 @@ class Changes {
   std::map<size_t, Change> changes;
 };
 
-}  // namespace panel
+}  // namespace tool::panel

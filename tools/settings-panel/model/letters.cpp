@@ -2,7 +2,7 @@
 
 #include <type_traits>
 
-namespace panel {
+namespace tool::panel {
 
 bool AreAboutTheSame(const Letter& first, const Letter& second) {
   if (first.index() != second.index()) return false;
@@ -33,4 +33,4 @@ bool IsReceipt(const Letter& letter) {
          std::holds_alternative<DisplayPath>(letter) || std::holds_alternative<RingSize>(letter);
 }
 
-}  // namespace panel
+}  // namespace tool::panel

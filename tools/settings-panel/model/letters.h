@@ -7,7 +7,7 @@
 #include <variant>
 #include <vector>
 
-namespace panel {
+namespace tool::panel {
 
 // Settings are named by their place in the key table (keys.h).
 
@@ -143,4 +143,4 @@ bool AreAboutTheSame(const Letter& first, const Letter& second);
 // Whether it may tell that a change was stored.
 bool IsReceipt(const Letter& letter);
 
-}  // namespace panel
+}  // namespace tool::panel

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <utility>
 
-namespace panel {
+namespace tool::panel {
 namespace {
 
 // Of letters that may be the receipt of a change: more than may come between two looks into the
@@ -45,4 +45,4 @@ bool Mailbox::Rearm() {
   return true;
 }
 
-}  // namespace panel
+}  // namespace tool::panel

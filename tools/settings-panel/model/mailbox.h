@@ -12,7 +12,7 @@
 
 #include "model/letters.h"
 
-namespace panel {
+namespace tool::panel {
 
 class Mailbox {
  public:
@@ -35,4 +35,4 @@ class Mailbox {
   bool isArmed = true;
 };
 
-}  // namespace panel
+}  // namespace tool::panel

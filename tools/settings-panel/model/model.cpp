@@ -9,7 +9,7 @@
 #include "KorvuTabletSettingsAPI.h"
 #include "shared/keys.h"
 
-namespace panel {
+namespace tool::panel {
 namespace {
 
 // A key of a button, split into that of its function and the place behind it.
@@ -159,4 +159,4 @@ bool WantsApplication(int32_t code) {
   return code == KORVUISD_FUNCTION_RUN_APP;
 }
 
-}  // namespace panel
+}  // namespace tool::panel

@@ -14,7 +14,7 @@
 #include "model/changes.h"
 #include "model/letters.h"
 
-namespace panel {
+namespace tool::panel {
 
 // What a button or a wedge does.
 struct Assignment {
@@ -90,4 +90,4 @@ std::optional<int32_t> NumberIn(const std::wstring& text);
 bool WantsKeys(int32_t code);
 bool WantsApplication(int32_t code);
 
-}  // namespace panel
+}  // namespace tool::panel

@@ -1,6 +1,6 @@
 #include "model/presence.h"
 
-namespace panel {
+namespace tool::panel {
 
 Presence::Question Presence::OnConnected(Clock::time_point now) {
   state = State::kReading;
@@ -40,4 +40,4 @@ Presence::Question Presence::OnTime(Clock::time_point now) {
   return Question::kIsAlive;
 }
 
-}  // namespace panel
+}  // namespace tool::panel

@@ -10,7 +10,7 @@
 
 #include "model/changes.h"
 
-namespace panel {
+namespace tool::panel {
 
 class Presence {
  public:
@@ -43,4 +43,4 @@ class Presence {
   Clock::time_point next = Clock::time_point::max();
 };
 
-}  // namespace panel
+}  // namespace tool::panel

@@ -5,7 +5,7 @@
 #include "shared/keys.h"
 #include "ui/function_row.h"
 
-namespace panel {
+namespace tool::panel {
 namespace {
 
 using SetButton = void(KORVUISD_CALL*)(const ButtonFunctionValue* value, int32_t empty);
@@ -61,4 +61,4 @@ std::unique_ptr<Page> MakeButtonsPage(HWND parent, Session& session) {
   return std::make_unique<ButtonsPage>(parent, session);
 }
 
-}  // namespace panel
+}  // namespace tool::panel

@@ -10,7 +10,7 @@
 #include "ui/pen_list.h"
 #include "ui/setting_rows.h"
 
-namespace panel {
+namespace tool::panel {
 namespace {
 
 constexpr int kListHeight = 90;
@@ -88,4 +88,4 @@ std::unique_ptr<Page> MakeDevicesPage(HWND parent, Session& session) {
   return std::make_unique<DevicesPage>(parent, session);
 }
 
-}  // namespace panel
+}  // namespace tool::panel

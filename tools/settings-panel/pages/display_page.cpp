@@ -10,7 +10,7 @@
 #include "ui/display_rows.h"
 #include "ui/setting_rows.h"
 
-namespace panel {
+namespace tool::panel {
 namespace {
 
 constexpr int kDesktopHeight = 150;
@@ -76,4 +76,4 @@ std::unique_ptr<Page> MakeDisplayPage(HWND parent, Session& session) {
   return std::make_unique<DisplayPage>(parent, session);
 }
 
-}  // namespace panel
+}  // namespace tool::panel

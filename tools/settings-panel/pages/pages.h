@@ -7,7 +7,7 @@
 
 #include "ui/page.h"
 
-namespace panel {
+namespace tool::panel {
 
 std::unique_ptr<Page> MakePenPage(HWND parent, Session& session);
 std::unique_ptr<Page> MakeButtonsPage(HWND parent, Session& session);
@@ -15,4 +15,4 @@ std::unique_ptr<Page> MakeRadialPage(HWND parent, Session& session);
 std::unique_ptr<Page> MakeDisplayPage(HWND parent, Session& session);
 std::unique_ptr<Page> MakeDevicesPage(HWND parent, Session& session);
 
-}  // namespace panel
+}  // namespace tool::panel

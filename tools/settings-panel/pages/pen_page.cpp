@@ -8,7 +8,7 @@
 #include "ui/curve_view.h"
 #include "ui/setting_rows.h"
 
-namespace panel {
+namespace tool::panel {
 namespace {
 
 constexpr int kCurveSide = 170;
@@ -33,7 +33,7 @@ class PenPage : public Page {
 
   void Show() override {
     Page::Show();
-    curve->SetNumber(GetSession().Values().Number(tool::kTipSensitivityKey));
+    curve->SetNumber(GetSession().Values().Number(tool::kPressureCurveKey));
   }
 
   SIZE LeastSize() const override {
@@ -63,4 +63,4 @@ std::unique_ptr<Page> MakePenPage(HWND parent, Session& session) {
   return std::make_unique<PenPage>(parent, session);
 }
 
-}  // namespace panel
+}  // namespace tool::panel

@@ -13,7 +13,7 @@
 #include "ui/setting_rows.h"
 #include "ui/wheel_view.h"
 
-namespace panel {
+namespace tool::panel {
 namespace {
 
 constexpr int kRings = 2;
@@ -117,4 +117,4 @@ std::unique_ptr<Page> MakeRadialPage(HWND parent, Session& session) {
   return std::make_unique<RadialPage>(parent, session);
 }
 
-}  // namespace panel
+}  // namespace tool::panel

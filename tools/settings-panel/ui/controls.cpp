@@ -1,6 +1,6 @@
 #include "ui/controls.h"
 
-namespace panel {
+namespace tool::panel {
 
 HWND MakeControl(HWND parent, const wchar_t* windowClass, const std::wstring& text, DWORD style,
                  DWORD extendedStyle) {
@@ -43,4 +43,4 @@ void Place(HWND window, const Box& box) {
                SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-}  // namespace panel
+}  // namespace tool::panel

@@ -7,7 +7,7 @@
 
 #include "geometry/shapes.h"
 
-namespace panel {
+namespace tool::panel {
 
 // A child of `parent`. Its number counts on from 100 within the parent, in the order of creation,
 // which is also the order of the tab key.
@@ -24,4 +24,4 @@ void SetShown(HWND window, bool isShown);
 bool IsChoice(HWND list, WORD notification);
 void Place(HWND window, const Box& box);
 
-}  // namespace panel
+}  // namespace tool::panel

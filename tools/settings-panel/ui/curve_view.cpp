@@ -4,7 +4,7 @@
 
 #include "geometry/curve.h"
 
-namespace panel {
+namespace tool::panel {
 namespace {
 
 constexpr COLORREF kGrid = RGB(225, 225, 225);
@@ -68,4 +68,4 @@ void CurveView::Draw(HDC context, const Box& area) {
   DrawTextW(context, L"Pressure", -1, &below, DT_RIGHT | DT_BOTTOM | DT_SINGLELINE);
 }
 
-}  // namespace panel
+}  // namespace tool::panel

@@ -3,7 +3,7 @@
 
 #include "ui/view.h"
 
-namespace panel {
+namespace tool::panel {
 
 class CurveView : public View {
  public:
@@ -18,4 +18,4 @@ class CurveView : public View {
   int number = 0;
 };
 
-}  // namespace panel
+}  // namespace tool::panel

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace panel {
+namespace tool::panel {
 namespace {
 
 constexpr COLORREF kScreen = RGB(240, 243, 247);
@@ -109,4 +109,4 @@ void DesktopView::OnRelease(Point point) {
   if (start.x != point.x && start.y != point.y) onDrawn(drawn);
 }
 
-}  // namespace panel
+}  // namespace tool::panel

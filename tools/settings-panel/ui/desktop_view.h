@@ -10,7 +10,7 @@
 #include "geometry/desktop_map.h"
 #include "ui/view.h"
 
-namespace panel {
+namespace tool::panel {
 
 class DesktopView : public View {
  public:
@@ -38,4 +38,4 @@ class DesktopView : public View {
   Point dragEnd;
 };
 
-}  // namespace panel
+}  // namespace tool::panel

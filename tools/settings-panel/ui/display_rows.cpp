@@ -7,7 +7,7 @@
 
 #include "shared/keys.h"
 
-namespace panel {
+namespace tool::panel {
 namespace {
 
 constexpr wchar_t kUseDefault[] = L"Default";
@@ -139,4 +139,4 @@ bool DisplayRow::OnCommand(Session& session, HWND control, WORD code) {
   return true;
 }
 
-}  // namespace panel
+}  // namespace tool::panel

@@ -6,7 +6,7 @@
 
 #include "ui/row.h"
 
-namespace panel {
+namespace tool::panel {
 
 class ZoomRow : public LabelledRow {
  public:
@@ -35,4 +35,4 @@ class DisplayRow : public LabelledRow {
   std::vector<Monitor> monitors;  // in the list
 };
 
-}  // namespace panel
+}  // namespace tool::panel

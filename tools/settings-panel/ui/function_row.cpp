@@ -6,7 +6,7 @@
 #include "KorvuTabletSettingsAPI.h"
 #include "shared/keys.h"
 
-namespace panel {
+namespace tool::panel {
 namespace {
 
 constexpr wchar_t kRecord[] = L"Record";
@@ -200,4 +200,4 @@ void FunctionRow::CommitText(Session& session, HWND control) {
   session.Assign(target, isKeys ? KORVUISD_FUNCTION_KEYSTROKES : KORVUISD_FUNCTION_RUN_APP, text);
 }
 
-}  // namespace panel
+}  // namespace tool::panel

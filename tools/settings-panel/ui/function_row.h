@@ -7,7 +7,7 @@
 
 #include "ui/row.h"
 
-namespace panel {
+namespace tool::panel {
 
 class FunctionRow : public LabelledRow {
  public:
@@ -40,4 +40,4 @@ class FunctionRow : public LabelledRow {
   bool isRecording = false;
 };
 
-}  // namespace panel
+}  // namespace tool::panel

@@ -1,6 +1,6 @@
 #include "ui/info_row.h"
 
-namespace panel {
+namespace tool::panel {
 
 InfoRow::InfoRow(HWND parent, const std::wstring& label)
     : LabelledRow(parent, label),
@@ -16,4 +16,4 @@ void InfoRow::Arrange(const Look& look, const Columns& columns, int top) {
   Place(value, {control.left, top, control.right, bottom});
 }
 
-}  // namespace panel
+}  // namespace tool::panel

@@ -5,7 +5,7 @@
 
 #include "ui/row.h"
 
-namespace panel {
+namespace tool::panel {
 
 class InfoRow : public LabelledRow {
  public:
@@ -19,4 +19,4 @@ class InfoRow : public LabelledRow {
   HWND value;
 };
 
-}  // namespace panel
+}  // namespace tool::panel

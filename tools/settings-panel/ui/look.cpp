@@ -1,6 +1,6 @@
 #include "ui/look.h"
 
-namespace panel {
+namespace tool::panel {
 namespace {
 
 // Only Windows 10 and later know windows' own resolutions; before that there is one for all.
@@ -58,4 +58,4 @@ UINT DpiOf(HWND window) {
   return dpi != 0 ? dpi : SystemDpi();
 }
 
-}  // namespace panel
+}  // namespace tool::panel

@@ -6,7 +6,7 @@
 
 #include <windows.h>
 
-namespace panel {
+namespace tool::panel {
 
 class Look {
  public:
@@ -36,4 +36,4 @@ class Look {
 
 UINT DpiOf(HWND window);
 
-}  // namespace panel
+}  // namespace tool::panel

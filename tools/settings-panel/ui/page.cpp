@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace panel {
+namespace tool::panel {
 namespace {
 
 constexpr wchar_t kPageClass[] = L"KorvuSettingsPage";
@@ -139,4 +139,4 @@ LRESULT Page::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   }
 }
 
-}  // namespace panel
+}  // namespace tool::panel

@@ -11,7 +11,7 @@
 #include "ui/look.h"
 #include "ui/row.h"
 
-namespace panel {
+namespace tool::panel {
 
 class Page {
  public:
@@ -69,4 +69,4 @@ class Page {
   ptrdiff_t offeredRows = 0;  // as they are arranged
 };
 
-}  // namespace panel
+}  // namespace tool::panel

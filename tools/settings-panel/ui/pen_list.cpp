@@ -7,7 +7,7 @@
 
 #include "ui/controls.h"
 
-namespace panel {
+namespace tool::panel {
 namespace {
 
 constexpr std::array<const wchar_t*, 7> kColumns = {
@@ -93,4 +93,4 @@ void PenList::ShowColumns() {
   }
 }
 
-}  // namespace panel
+}  // namespace tool::panel

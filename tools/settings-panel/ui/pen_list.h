@@ -10,7 +10,7 @@
 #include "model/letters.h"
 #include "ui/look.h"
 
-namespace panel {
+namespace tool::panel {
 
 class PenList {
  public:
@@ -31,4 +31,4 @@ class PenList {
   bool hasDock = false;
 };
 
-}  // namespace panel
+}  // namespace tool::panel

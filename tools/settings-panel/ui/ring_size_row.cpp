@@ -5,7 +5,7 @@
 
 #include "shared/keys.h"
 
-namespace panel {
+namespace tool::panel {
 
 RingSizeRow::RingSizeRow(HWND parent, int ring)
     : LabelledRow(parent, ring == 0 ? L"Wedges of the first ring:" : L"Wedges of the second ring:"),
@@ -45,4 +45,4 @@ bool RingSizeRow::OnCommand(Session& session, HWND control, WORD code) {
   return true;
 }
 
-}  // namespace panel
+}  // namespace tool::panel

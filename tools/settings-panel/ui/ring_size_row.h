@@ -3,7 +3,7 @@
 
 #include "ui/row.h"
 
-namespace panel {
+namespace tool::panel {
 
 class RingSizeRow : public LabelledRow {
  public:
@@ -18,4 +18,4 @@ class RingSizeRow : public LabelledRow {
   HWND list;
 };
 
-}  // namespace panel
+}  // namespace tool::panel

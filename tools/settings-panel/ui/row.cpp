@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace panel {
+namespace tool::panel {
 namespace {
 
 constexpr int kGap = 8;  // between columns
@@ -86,4 +86,4 @@ Box LabelledRow::ControlBox(const Look& look, const Columns& columns, int top) {
   return {left, top, left + columns.controlWidth, top + look.ControlHeight()};
 }
 
-}  // namespace panel
+}  // namespace tool::panel

@@ -10,7 +10,7 @@
 #include "ui/controls.h"
 #include "ui/look.h"
 
-namespace panel {
+namespace tool::panel {
 
 // Sent to a control's page, in place of its own notifications, when Return is pressed in it.
 inline constexpr WORD kCommit = 0x8001;
@@ -95,4 +95,4 @@ class LabelledRow : public Row {
   HWND note = nullptr;
 };
 
-}  // namespace panel
+}  // namespace tool::panel

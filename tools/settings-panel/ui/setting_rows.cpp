@@ -4,7 +4,7 @@
 
 #include <commctrl.h>
 
-namespace panel {
+namespace tool::panel {
 namespace {
 
 std::wstring LabelOf(const tool::PlainSetting& setting) {
@@ -182,4 +182,4 @@ bool ChoiceRow::OnCommand(Session& session, HWND control, WORD code) {
   return true;
 }
 
-}  // namespace panel
+}  // namespace tool::panel

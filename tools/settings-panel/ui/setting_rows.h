@@ -7,7 +7,7 @@
 #include "shared/settings_table.h"
 #include "ui/row.h"
 
-namespace panel {
+namespace tool::panel {
 
 class SliderRow : public LabelledRow {
  public:
@@ -62,4 +62,4 @@ class ChoiceRow : public LabelledRow {
   HWND list;
 };
 
-}  // namespace panel
+}  // namespace tool::panel

@@ -4,7 +4,7 @@
 
 #include "ui/controls.h"
 
-namespace panel {
+namespace tool::panel {
 namespace {
 
 constexpr wchar_t kViewClass[] = L"KorvuSettingsView";
@@ -105,4 +105,4 @@ void View::Paint() {
   EndPaint(window, &paint);
 }
 
-}  // namespace panel
+}  // namespace tool::panel

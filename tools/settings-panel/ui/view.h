@@ -6,7 +6,7 @@
 #include "geometry/shapes.h"
 #include "ui/look.h"
 
-namespace panel {
+namespace tool::panel {
 
 class View {
  public:
@@ -57,4 +57,4 @@ class Drawing {
   HGDIOBJ before;
 };
 
-}  // namespace panel
+}  // namespace tool::panel

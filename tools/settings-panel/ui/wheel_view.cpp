@@ -6,7 +6,7 @@
 
 #include "ui/controls.h"
 
-namespace panel {
+namespace tool::panel {
 namespace {
 
 constexpr COLORREF kBorder = RGB(150, 150, 150);
@@ -132,4 +132,4 @@ void WheelView::Choose(int wedge, WORD code) {
   Notify(code);
 }
 
-}  // namespace panel
+}  // namespace tool::panel

@@ -8,7 +8,7 @@
 #include "geometry/wheel.h"
 #include "ui/view.h"
 
-namespace panel {
+namespace tool::panel {
 
 // What a wheel sends its page, in place of a control's notification.
 inline constexpr WORD kWedgeSelected = 1;
@@ -40,4 +40,4 @@ class WheelView : public View {
   bool isCurrent = false;
 };
 
-}  // namespace panel
+}  // namespace tool::panel

@@ -51,7 +51,7 @@ namespace platform_double {
 
 // How many calls of the library the current thread is inside. What it allocates there is the
 // platform's.
-inline constinit thread_local int callDepth = 0;
+inline constinit thread_local int g_callDepth = 0;
 
 template <class Signature>
 class Import;
@@ -64,13 +64,13 @@ class Import<Result(Arguments...)> {
   explicit constexpr Import(Function function) : function(function) {}
   Result operator()(Arguments... arguments) const {
     // By hand: a thread may leave FreeLibraryAndExitThread without coming back.
-    ++callDepth;
+    ++g_callDepth;
     if constexpr (std::is_void_v<Result>) {
       function.load(std::memory_order_acquire)(arguments...);
-      --callDepth;
+      --g_callDepth;
     } else {
       const Result result = function.load(std::memory_order_acquire)(arguments...);
-      --callDepth;
+      --g_callDepth;
       return result;
     }
   }
