@@ -103,6 +103,7 @@ class Hook {
   inline static std::atomic<int> redirectedIn = 0;  // which library of this process
 };
 
+// A hook of this function: CloseHandleHook is the one of CloseHandle.
 #define KORVU_HOOK(function)                        \
   struct function##Name {                           \
     static constexpr const char* kName = #function; \
@@ -131,7 +132,5 @@ KORVU_HOOK(WaitForSingleObject)
 KORVU_HOOK(WaitNamedPipeW)
 KORVU_HOOK(WriteFile)
 KORVU_HOOK(clock)
-
-#undef KORVU_HOOK
 
 }  // namespace support

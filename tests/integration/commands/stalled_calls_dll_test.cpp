@@ -6,7 +6,7 @@
 #include <thread>
 
 #include "integration/commands/commands_test.h"
-#include "integration/commands/memory_pages.h"
+#include "support/memory_pages.h"
 
 using namespace support;
 

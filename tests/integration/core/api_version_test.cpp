@@ -3,7 +3,7 @@
 #include <thread>
 
 #include "integration/integration_test.h"
-#include "integration/transport/gate.h"
+#include "support/gate.h"
 
 using namespace support;
 using testing::ElementsAre;

@@ -6,6 +6,7 @@
 
 #include "integration/core/fake_time.h"
 #include "integration/integration_test.h"
+#include "support/gate.h"
 
 using namespace support;
 using testing::Each;
@@ -212,30 +213,18 @@ TEST_F(ConnectTime, TwoSecondsWithoutAServiceAreAboutTwoSeconds) {
 class ConnectWithoutEnd : public ConnectTime, public testing::WithParamInterface<uint32_t> {};
 
 TEST_P(ConnectWithoutEnd, EndsWhenTheServiceComes) {
-  struct Looks {
-    std::mutex mutex;
-    std::condition_variable changed;
-    size_t count = 0;
-  };
-  const auto looks = std::make_shared<Looks>();
+  const Gate looks = OpenGate();
   WaitNamedPipeWHook::Set(library, [looks](LPCWSTR name, DWORD timeoutMs) -> BOOL {
     const BOOL found = WaitNamedPipeWHook::Real(name, timeoutMs);
     const DWORD error = GetLastError();
-    {
-      const std::lock_guard lock(looks->mutex);
-      ++looks->count;
-    }
-    looks->changed.notify_all();
+    looks.Pass();
     SetLastError(error);
     return found;
   });
 
   KorvuISD_Error result = KorvuISD_ErrorFailed;
   std::thread connecting([&] { result = library.KorvuISD_Connect(GetParam()); });
-  {
-    std::unique_lock lock(looks->mutex);
-    EXPECT_TRUE(WaitUntil(lock, looks->changed, [&] { return looks->count >= 3; }));
-  }
+  EXPECT_TRUE(looks.WaitForArrivals(3));
   ScriptedService service;
   connecting.join();
   WaitNamedPipeWHook::Clear();

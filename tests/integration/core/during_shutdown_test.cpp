@@ -7,7 +7,7 @@
 #include "integration/core/platform_log.h"
 #include "integration/core/shutdown_test.h"
 #include "integration/core/sync_threads.h"
-#include "integration/transport/gate.h"
+#include "support/gate.h"
 
 using namespace support;
 using testing::ElementsAre;

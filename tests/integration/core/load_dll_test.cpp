@@ -7,9 +7,9 @@
 #include <windows.h>
 
 #include "integration/integration_test.h"
-#include "integration/transport/gate.h"
 #include "support/fault_rounds.h"
 #include "support/function_patch.h"
+#include "support/gate.h"
 #include "support/process_usage.h"
 #include "support/session.h"
 

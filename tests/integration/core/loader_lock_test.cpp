@@ -8,20 +8,12 @@
 #include <thread>
 
 #include "integration/integration_test.h"
+#include "support/gate.h"
 
 using namespace support;
 
-#define KORVU_HOOK(function)                        \
-  struct function##Name {                           \
-    static constexpr const char* kName = #function; \
-    using Function = decltype(&::function);         \
-  };                                                \
-  using function##Hook = Hook<function##Name>;
-
 KORVU_HOOK(GetModuleHandleExW)
 KORVU_HOOK(FreeLibrary)
-
-#undef KORVU_HOOK
 
 namespace {
 
@@ -37,21 +29,12 @@ class LoaderLock : public IntegrationTest {
   // Whether another thread gets the library's lock now; for that an export is called. One that does
   // not come back stays behind until the lock is free.
   static bool IsLibraryFree(const Library& library) {
-    struct State {
-      std::mutex mutex;
-      std::condition_variable changed;
-      bool isFree = false;
-    };
-    const auto state = std::make_shared<State>();
-    const auto call = library.KorvuISD_SetLogLevel;
-    std::thread([state, call] {
+    const Gate freed = OpenGate();
+    std::thread([freed, call = library.KorvuISD_SetLogLevel] {
       call(KorvuISD_LogLevelOff);
-      const std::lock_guard lock(state->mutex);
-      state->isFree = true;
-      state->changed.notify_all();
+      freed.Pass();
     }).detach();
-    std::unique_lock lock(state->mutex);
-    return WaitUntil(lock, state->changed, [&] { return state->isFree; });
+    return freed.WaitForArrival();
   }
 
   void Watch() {

@@ -5,7 +5,7 @@
 
 #include "integration/core/sync_threads.h"
 #include "integration/integration_test.h"
-#include "integration/transport/gate.h"
+#include "support/gate.h"
 
 using namespace support;
 

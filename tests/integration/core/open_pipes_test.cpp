@@ -5,6 +5,7 @@
 
 #include "integration/core/platform_log.h"
 #include "integration/integration_test.h"
+#include "support/gate.h"
 
 using namespace support;
 using testing::ElementsAre;
@@ -116,19 +117,9 @@ TEST_F(OpenPipes, AConnectedClientAnswersAtOnceAndOpensNothing) {
 
 TEST_F(OpenPipes, TwoThreadsThatConnectAtOnceGetOneConnection) {
   // Both have seen that there is no connection before either opens one.
-  struct Gate {
-    std::mutex mutex;
-    std::condition_variable changed;
-    int waiting = 0;
-  };
-  const auto gate = std::make_shared<Gate>();
+  const Gate gate;
   WaitNamedPipeWHook::Set(library, [gate](LPCWSTR name, DWORD timeoutMs) -> BOOL {
-    {
-      std::unique_lock lock(gate->mutex);
-      ++gate->waiting;
-      gate->changed.notify_all();
-      WaitUntil(lock, gate->changed, [&] { return gate->waiting >= 2; });
-    }
+    gate.Pass();
     return WaitNamedPipeWHook::Real(name, timeoutMs);
   });
   std::array<KorvuISD_Error, 2> results = {KorvuISD_ErrorFailed, KorvuISD_ErrorFailed};
@@ -136,6 +127,8 @@ TEST_F(OpenPipes, TwoThreadsThatConnectAtOnceGetOneConnection) {
   for (KorvuISD_Error& result : results) {
     threads.emplace_back([&] { result = library.KorvuISD_Connect(20000); });
   }
+  EXPECT_TRUE(gate.WaitForArrivals(2));
+  gate.Open();
   for (std::thread& thread : threads) thread.join();
   WaitNamedPipeWHook::Clear();
   EXPECT_THAT(results, ElementsAre(KorvuISD_ErrorNone, KorvuISD_ErrorNone));

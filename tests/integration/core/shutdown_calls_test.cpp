@@ -6,7 +6,7 @@
 
 #include "integration/core/platform_log.h"
 #include "integration/integration_test.h"
-#include "integration/transport/gate.h"
+#include "support/gate.h"
 
 using namespace support;
 using testing::ElementsAre;

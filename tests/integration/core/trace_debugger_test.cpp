@@ -9,7 +9,7 @@
 #include <thread>
 
 #include "integration/core/trace_test.h"
-#include "integration/transport/gate.h"
+#include "support/gate.h"
 
 using namespace support;
 using testing::ElementsAre;

@@ -16,18 +16,9 @@
 namespace support {
 
 // Hooks that only these tests need.
-#define KORVU_HOOK(function)                        \
-  struct function##Name {                           \
-    static constexpr const char* kName = #function; \
-    using Function = decltype(&::function);         \
-  };                                                \
-  using function##Hook = Hook<function##Name>;
-
 KORVU_HOOK(GetCurrentProcessId)
 KORVU_HOOK(GetCurrentThreadId)
 KORVU_HOOK(_wfsopen)
-
-#undef KORVU_HOOK
 
 // Its argument list is a pointer as it is passed; the real type has attributes that a template
 // cannot bear.

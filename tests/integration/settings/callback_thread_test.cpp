@@ -5,6 +5,7 @@
 #include <thread>
 
 #include "integration/settings/settings_test.h"
+#include "support/gate.h"
 
 using namespace settings_test;
 using namespace std::chrono_literals;
@@ -30,49 +31,25 @@ TEST_F(ValueCallback, RunsOnTheLibrarysThread) {
   EXPECT_FALSE(threads.contains(GetCurrentThreadId()));
 }
 
-// A gate that one thread waits at and another opens.
-class Gate {
- public:
-  void Open() {
-    {
-      const std::lock_guard lock(mutex);
-      isOpen = true;
-    }
-    changed.notify_all();
-  }
-  bool Wait(std::chrono::milliseconds patience = support::kPatience) {
-    std::unique_lock lock(mutex);
-    return support::WaitUntil(
-        lock, changed, [this] { return isOpen; }, patience);
-  }
-
- private:
-  std::mutex mutex;
-  std::condition_variable changed;
-  bool isOpen = false;
-};
-
 TEST_F(ValueCallback, HoldsTheLockThatRegisteringNeeds) {
   Begin();
-  Gate entered;
-  Gate released;
+  const support::Gate gate;
   recorder.WhenCalled([&](const Call& call) {
     if (call.slot != kOnAlertDelay || call.context != LowerContext()) return;
-    entered.Open();
-    static_cast<void>(released.Wait());
+    gate.Pass();
   });
   service.Announce(Key(kAlertDelay), L"1");
-  ASSERT_TRUE(entered.Wait());
+  ASSERT_TRUE(gate.WaitForArrival());
 
-  Gate registered;
+  const support::Gate registered = support::OpenGate();
   std::thread other([&] {
     Register(Context(7));
-    registered.Open();
+    registered.Pass();
   });
-  EXPECT_FALSE(registered.Wait(300ms)) << "registered in the middle of a callback";
+  EXPECT_FALSE(registered.WaitForArrival(300ms)) << "registered in the middle of a callback";
   EXPECT_EQ(recorder.CountOf(kOnWedgeCapacity), 0U);
-  released.Open();
-  EXPECT_TRUE(registered.Wait());
+  gate.Open();
+  EXPECT_TRUE(registered.WaitForArrival());
   other.join();
   EXPECT_EQ(Settle(), (Calls{{kOnAlertDelay, LowerContext(), L"1"},
                              {kOnAlertDelay, HigherContext(), L"1"},
@@ -135,11 +112,11 @@ struct CapturedText {
   std::atomic<bool> called{false};
   std::atomic<bool> isNull{true};
   std::atomic<uint64_t> codeUnits{~uint64_t{0}};
-} capturedText;
+} g_capturedText;
 void KORVUISD_CALL NoteText(void*, const wchar_t* text, uint64_t codeUnits) {
-  capturedText.called = true;
-  capturedText.isNull = text == nullptr;
-  capturedText.codeUnits = codeUnits;
+  g_capturedText.called = true;
+  g_capturedText.isNull = text == nullptr;
+  g_capturedText.codeUnits = codeUnits;
 }
 
 TEST_F(ValueCallback, OfAnEmptyCaptureHasATextOfNoUnitsAndNotNull) {
@@ -148,9 +125,9 @@ TEST_F(ValueCallback, OfAnEmptyCaptureHasATextOfNoUnitsAndNotNull) {
   library.KorvuISD_RegisterCallbacks(&callbacks, LowerContext());
   ConnectQuietly();
   ASSERT_EQ(Announced(kKeystrokes, L""), kNothing);
-  EXPECT_TRUE(capturedText.called);
-  EXPECT_FALSE(capturedText.isNull);
-  EXPECT_EQ(capturedText.codeUnits, 0U);
+  EXPECT_TRUE(g_capturedText.called);
+  EXPECT_FALSE(g_capturedText.isNull);
+  EXPECT_EQ(g_capturedText.codeUnits, 0U);
 }
 
 }  // namespace

@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "integration/integration_test.h"
-#include "integration/transport/gate.h"
 #include "integration/transport/manual_replies.h"
 #include "integration/transport/platform_calls.h"
+#include "support/gate.h"
 
 namespace support {
 

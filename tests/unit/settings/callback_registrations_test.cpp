@@ -6,6 +6,8 @@
 
 #include <gmock/gmock.h>
 
+#include "support/slot_groups.h"
+
 using namespace KorvuISD;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -24,11 +26,11 @@ size_t NumberOf(void* context) {
 
 // Callbacks bear nothing but their context.
 std::vector<size_t> g_called;
-std::function<void(size_t)> whenCalled;
+std::function<void(size_t)> g_whenCalled;
 
 void KORVUISD_CALL NoteTilt(void* context, int32_t) {
   g_called.push_back(NumberOf(context));
-  if (whenCalled) whenCalled(NumberOf(context));
+  if (g_whenCalled) g_whenCalled(NumberOf(context));
 }
 
 struct Greeting {
@@ -51,7 +53,7 @@ class CallbackRegistrationsTest : public testing::Test {
   CallbackRegistrationsTest() {
     g_called.clear();
     g_greetings.clear();
-    whenCalled = nullptr;
+    g_whenCalled = nullptr;
     record.OnTiltSensitivity = NoteTilt;
   }
 
@@ -120,14 +122,14 @@ TEST_F(CallbackRegistrationsTest, AreGreetedWithTheFixedNumbersAlone) {
 
 TEST_F(CallbackRegistrationsTest, MayRemoveThemselvesWhileTheyAreCalled) {
   for (const size_t number : {1u, 2u, 3u}) Add(number);
-  whenCalled = [this](size_t number) { Remove(number); };
+  g_whenCalled = [this](size_t number) { Remove(number); };
   EXPECT_THAT(Fire(), ElementsAre(1, 2, 3));
   EXPECT_THAT(Fire(), IsEmpty());
 }
 
 TEST_F(CallbackRegistrationsTest, MayRemoveAndAddOthersWhileTheyAreCalled) {
   for (const size_t number : {1u, 3u, 5u}) Add(number);
-  whenCalled = [this](size_t number) {
+  g_whenCalled = [this](size_t number) {
     if (number != 3) return;
     Remove(1);
     Remove(5);
@@ -138,14 +140,8 @@ TEST_F(CallbackRegistrationsTest, MayRemoveAndAddOthersWhileTheyAreCalled) {
   EXPECT_THAT(Fire(), ElementsAre(2, 3, 4));
 }
 
-// How many slots each version opens.
-struct Opening {
-  int32_t apiVersion;
-  size_t slotCount;
-};
-
 class CallbackRegistrationsAt : public CallbackRegistrationsTest,
-                                public testing::WithParamInterface<Opening> {};
+                                public testing::WithParamInterface<support::SlotGroup> {};
 
 TEST_P(CallbackRegistrationsAt, ReadNoMoreSlotsThanTheVersionOpens) {
   // On the heap, with not one slot more: an address sanitizer sees a read beyond.
@@ -185,11 +181,7 @@ TEST_P(CallbackRegistrationsAt, OpenValueCallbacksFromTheirVersionOn) {
   EXPECT_GE(open, 2u);
 }
 
-INSTANTIATE_TEST_SUITE_P(Version, CallbackRegistrationsAt,
-                         testing::Values(Opening{0, 23}, Opening{1, 29}, Opening{2, 31},
-                                         Opening{3, 31}, Opening{4, 35}, Opening{5, 36},
-                                         Opening{6, 38}, Opening{7, 39}, Opening{8, 41},
-                                         Opening{9, 41}),
-                         [](const auto& test) { return std::to_string(test.param.apiVersion); });
+INSTANTIATE_TEST_SUITE_P(Version, CallbackRegistrationsAt, testing::ValuesIn(support::kSlotGroups),
+                         support::NameOfGroup);
 
 }  // namespace

@@ -1,7 +1,9 @@
-// Stops the library's thread at a chosen point until the test lets it go on.
+// Stops threads at a chosen point until the test lets them go on.
 #pragma once
 
+#include <chrono>
 #include <condition_variable>
+#include <cstddef>
 #include <memory>
 #include <mutex>
 
@@ -12,19 +14,24 @@ namespace support {
 // Copies are the same gate: the library's thread may still stand in it when the test is over.
 class Gate {
  public:
-  // For the library's thread: announces its arrival and waits until the gate is open. A test that
+  // For the thread that comes: announces its arrival and waits until the gate is open. A test that
   // failed opens nothing; patience ends that.
   void Pass() const {
     std::unique_lock lock(state->mutex);
-    state->hasArrived = true;
+    ++state->arrivals;
     state->changed.notify_all();
     WaitUntil(lock, state->changed, [&] { return state->isOpen; });
   }
 
   // For the test. False if patience ran out.
-  [[nodiscard]] bool WaitForArrival() const {
+  [[nodiscard]] bool WaitForArrivals(size_t count,
+                                     std::chrono::milliseconds patience = kPatience) const {
     std::unique_lock lock(state->mutex);
-    return WaitUntil(lock, state->changed, [&] { return state->hasArrived; });
+    return WaitUntil(
+        lock, state->changed, [&] { return state->arrivals >= count; }, patience);
+  }
+  [[nodiscard]] bool WaitForArrival(std::chrono::milliseconds patience = kPatience) const {
+    return WaitForArrivals(1, patience);
   }
   void Open() const {
     const std::lock_guard lock(state->mutex);
@@ -36,10 +43,17 @@ class Gate {
   struct State {
     std::mutex mutex;
     std::condition_variable changed;
-    bool hasArrived = false;
+    size_t arrivals = 0;
     bool isOpen = false;
   };
   std::shared_ptr<State> state = std::make_shared<State>();
 };
+
+// A gate that stops nobody: it tells that threads have come by, and how many.
+inline Gate OpenGate() {
+  const Gate gate;
+  gate.Open();
+  return gate;
+}
 
 }  // namespace support
