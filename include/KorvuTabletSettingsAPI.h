@@ -49,6 +49,28 @@
  * connection, the *library's thread*: it talks to the service and calls the callbacks. It keeps the
  * DLL loaded until it has ended.
  *
+ * ## Setters {#setters}
+ *
+ * The functions that ask the service to change something share a contract. Their comments say what
+ * differs: the range of the value, the callback, the least API version.
+ *
+ * - **What is sent.** A setter queues the message that sets the value and a request for the value
+ *   that the service then holds, as one unit, and returns before either is sent. One that assigns a
+ *   function to a button queues the function code, the companion text if the code has one, and
+ *   requests for the code and for the name, which the service derives.
+ * - **Value.** 32 bits. "Sent unchecked" means as unsigned decimal whatever its range: -1 goes out
+ *   as 4294967295. A button's function is a ButtonFunctionValue.
+ * - **Empty.** 32 bits, zero or not. If nonzero, an empty value is sent, which asks the service for
+ *   the default; the value is then ignored, and a pointer to it is not followed and may be null.
+ * - **Threads.** Any thread, inside a callback too. It may wait for the library's lock, and so up
+ * to a second while a connection is being opened; see Threads above.
+ * - **Ownership.** Nothing is kept: records and texts are read during the call only.
+ * - **Errors.** None reported. While the library shuts down the call is dropped.
+ * - **Callbacks.** The one that the comment names comes later, on the library's thread, if the
+ *   stored value changed. An API version beside it is the least that has this callback.
+ * - **While not connected.** The change is lost: what is queued is discarded when a connection
+ *   opens.
+ *
  * ## Text and numbers
  *
  * Text is UTF-16. "Terminated" means that it ends with a zero code unit; "counted" text comes with
@@ -401,9 +423,9 @@ typedef void(KORVUISD_CALL* ManualReplyCallback)(void* context, const wchar_t* t
  * over a record that ends after OnWedgeCapacity.
  *
  * A value callback comes when the value that the library holds has changed, on the library's
- * thread, with the library's lock held. OnPenInfo comes for every word of a connected Bluetooth
- * module. The option lists, the monitors, OnFeatureSupport and
- * OnCapturedKeystrokes come for every value that arrives, the same one again or an empty one too;
+ * thread, with the library's lock held. OnPenInfo comes for every attribute that a connected
+ * Bluetooth module announces. The option lists, the monitors, OnFeatureSupport and
+ * OnCapturedKeystrokes come for every value that arrives, even the same one again or an empty one;
  * so each connection brings them once. OnWedgeCapacity, OnFirstRange and OnSecondRange come from
  * KorvuISD_RegisterCallbacks instead, on its caller's thread. Where several registrations stand,
  * each callback goes to all of them, from the lowest context pointer to the highest. Pointers are
@@ -566,7 +588,7 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_RegisterCallbacks(const KorvuISD_Callba
  * Waits for the settings service of this Windows session and connects to it.
  *
  * Every setting is then requested in the background, and the values arrive through the callbacks.
- * From then on the connection is kept: a lost one is opened again without a word, and until then
+ * From then on the connection is kept: a lost one is silently opened again, and until then
  * this function still answers KorvuISD_ErrorNone at once.
  *
  * A finite time-out may end sooner than its nominal length while the pipe exists and is busy, since
@@ -656,18 +678,10 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SendManual(const wchar_t* message, void
 /**
  * Assigns a function to a single press of the eraser end.
  *
- * Queues the function code, the companion text if the code has one, and value requests for code and
- * name, as one unit, and returns before any is sent. The service derives the name.
- *
- * @param value  the function; see ButtonFunctionValue. It is not read, and may be null, if `empty`
- *               is nonzero; otherwise null is forbidden.
- * @param empty  nonzero: an empty function is sent, which asks for the default
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
- *               a second while a connection is being opened; see Threads
- * @ownership    `value` is read during the call only
- * @errors       none reported; dropped while the library shuts down
- * @callbacks    OnEraserSingle, later, on the library's thread, if the name changed
- * @unconnected  lost: what is queued is discarded when a connection opens
+ * @param value  the function; null is forbidden unless `empty` is nonzero
+ * @param empty  nonzero: asks for the default
+ * @contract     as every setter: @ref setters
+ * @callbacks    OnEraserSingle, if the name changed
  * @since        API version 0
  */
 KORVUISD_API void KORVUISD_CALL KorvuISD_SetEraserSinglePress(const ButtonFunctionValue* value,
@@ -676,18 +690,10 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetEraserSinglePress(const ButtonFuncti
 /**
  * Assigns a function to a double press of the eraser end.
  *
- * Queues the function code, the companion text if the code has one, and value requests for code and
- * name, as one unit, and returns before any is sent. The service derives the name.
- *
- * @param value  the function; see ButtonFunctionValue. It is not read, and may be null, if `empty`
- *               is nonzero; otherwise null is forbidden.
- * @param empty  nonzero: an empty function is sent, which asks for the default
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
- *               a second while a connection is being opened; see Threads
- * @ownership    `value` is read during the call only
- * @errors       none reported; dropped while the library shuts down
- * @callbacks    OnEraserDouble, later, on the library's thread, if the name changed
- * @unconnected  lost: what is queued is discarded when a connection opens
+ * @param value  the function; null is forbidden unless `empty` is nonzero
+ * @param empty  nonzero: asks for the default
+ * @contract     as every setter: @ref setters
+ * @callbacks    OnEraserDouble, if the name changed
  * @since        API version 0
  */
 KORVUISD_API void KORVUISD_CALL KorvuISD_SetEraserDoublePress(const ButtonFunctionValue* value,
@@ -696,18 +702,10 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetEraserDoublePress(const ButtonFuncti
 /**
  * Assigns a function to a long press of the eraser end.
  *
- * Queues the function code, the companion text if the code has one, and value requests for code and
- * name, as one unit, and returns before any is sent. The service derives the name.
- *
- * @param value  the function; see ButtonFunctionValue. It is not read, and may be null, if `empty`
- *               is nonzero; otherwise null is forbidden.
- * @param empty  nonzero: an empty function is sent, which asks for the default
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
- *               a second while a connection is being opened; see Threads
- * @ownership    `value` is read during the call only
- * @errors       none reported; dropped while the library shuts down
- * @callbacks    OnEraserLong, later, on the library's thread, if the name changed
- * @unconnected  lost: what is queued is discarded when a connection opens
+ * @param value  the function; null is forbidden unless `empty` is nonzero
+ * @param empty  nonzero: asks for the default
+ * @contract     as every setter: @ref setters
+ * @callbacks    OnEraserLong, if the name changed
  * @since        API version 0
  */
 KORVUISD_API void KORVUISD_CALL KorvuISD_SetEraserLongPress(const ButtonFunctionValue* value,
@@ -716,18 +714,10 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetEraserLongPress(const ButtonFunction
 /**
  * Assigns a function to the upper side switch.
  *
- * Queues the function code, the companion text if the code has one, and value requests for code and
- * name, as one unit, and returns before any is sent. The service derives the name.
- *
- * @param value  the function; see ButtonFunctionValue. It is not read, and may be null, if `empty`
- *               is nonzero; otherwise null is forbidden.
- * @param empty  nonzero: an empty function is sent, which asks for the default
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
- *               a second while a connection is being opened; see Threads
- * @ownership    `value` is read during the call only
- * @errors       none reported; dropped while the library shuts down
- * @callbacks    OnUpperSideSwitch, later, on the library's thread, if the name changed
- * @unconnected  lost: what is queued is discarded when a connection opens
+ * @param value  the function; null is forbidden unless `empty` is nonzero
+ * @param empty  nonzero: asks for the default
+ * @contract     as every setter: @ref setters
+ * @callbacks    OnUpperSideSwitch, if the name changed
  * @since        API version 0
  */
 KORVUISD_API void KORVUISD_CALL KorvuISD_SetTopSinglePress(const ButtonFunctionValue* value,
@@ -736,17 +726,10 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetTopSinglePress(const ButtonFunctionV
 /**
  * Switches hover click of the upper side switch.
  *
- * Queues one set message and one value request, and returns before either is sent.
- *
- * @param value  0 off, 1 on; 32 bits, sent unchecked as unsigned decimal (-1 goes out as
- *               4294967295)
- * @param empty  nonzero: an empty value is sent, which asks for the default, and `value` is ignored
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
- *               a second while a connection is being opened; see Threads
- * @ownership    nothing is kept
- * @errors       none reported; dropped while the library shuts down
- * @callbacks    OnUpperSideSwitch, later, on the library's thread, if the stored value changed
- * @unconnected  lost: what is queued is discarded when a connection opens
+ * @param value  0 off, 1 on; sent unchecked
+ * @param empty  nonzero: asks for the default, and `value` is ignored
+ * @contract     as every setter: @ref setters
+ * @callbacks    OnUpperSideSwitch
  * @since        API version 0
  */
 KORVUISD_API void KORVUISD_CALL KorvuISD_SetTopHoverClick(int32_t value, int32_t empty);
@@ -754,18 +737,10 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetTopHoverClick(int32_t value, int32_t
 /**
  * Assigns a function to the lower side switch.
  *
- * Queues the function code, the companion text if the code has one, and value requests for code and
- * name, as one unit, and returns before any is sent. The service derives the name.
- *
- * @param value  the function; see ButtonFunctionValue. It is not read, and may be null, if `empty`
- *               is nonzero; otherwise null is forbidden.
- * @param empty  nonzero: an empty function is sent, which asks for the default
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
- *               a second while a connection is being opened; see Threads
- * @ownership    `value` is read during the call only
- * @errors       none reported; dropped while the library shuts down
- * @callbacks    OnLowerSideSwitch, later, on the library's thread, if the name changed
- * @unconnected  lost: what is queued is discarded when a connection opens
+ * @param value  the function; null is forbidden unless `empty` is nonzero
+ * @param empty  nonzero: asks for the default
+ * @contract     as every setter: @ref setters
+ * @callbacks    OnLowerSideSwitch, if the name changed
  * @since        API version 0
  */
 KORVUISD_API void KORVUISD_CALL KorvuISD_SetBottomSinglePress(const ButtonFunctionValue* value,
@@ -774,17 +749,10 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetBottomSinglePress(const ButtonFuncti
 /**
  * Switches hover click of the lower side switch.
  *
- * Queues one set message and one value request, and returns before either is sent.
- *
- * @param value  0 off, 1 on; 32 bits, sent unchecked as unsigned decimal (-1 goes out as
- *               4294967295)
- * @param empty  nonzero: an empty value is sent, which asks for the default, and `value` is ignored
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
- *               a second while a connection is being opened; see Threads
- * @ownership    nothing is kept
- * @errors       none reported; dropped while the library shuts down
- * @callbacks    OnLowerSideSwitch, later, on the library's thread, if the stored value changed
- * @unconnected  lost: what is queued is discarded when a connection opens
+ * @param value  0 off, 1 on; sent unchecked
+ * @param empty  nonzero: asks for the default, and `value` is ignored
+ * @contract     as every setter: @ref setters
+ * @callbacks    OnLowerSideSwitch
  * @since        API version 0
  */
 KORVUISD_API void KORVUISD_CALL KorvuISD_SetBottomHoverClick(int32_t value, int32_t empty);
@@ -792,19 +760,10 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetBottomHoverClick(int32_t value, int3
 /**
  * Assigns what the tablet does when a pen leaves the dock.
  *
- * Queues the function code, the companion text if the code has one, and value requests for code and
- * name, as one unit, and returns before any is sent. The service derives the name.
- *
- * @param value  the function; see ButtonFunctionValue. It is not read, and may be null, if `empty`
- *               is nonzero; otherwise null is forbidden.
- * @param empty  nonzero: an empty function is sent, which asks for the default
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
- *               a second while a connection is being opened; see Threads
- * @ownership    `value` is read during the call only
- * @errors       none reported; dropped while the library shuts down
- * @callbacks    OnAutoExecuteButton (API version 4), later, on the library's thread, if the name
- *               changed
- * @unconnected  lost: what is queued is discarded when a connection opens
+ * @param value  the function; null is forbidden unless `empty` is nonzero
+ * @param empty  nonzero: asks for the default
+ * @contract     as every setter: @ref setters
+ * @callbacks    OnAutoExecuteButton (API version 4), if the name changed
  * @since        API version 0
  */
 KORVUISD_API void KORVUISD_CALL KorvuISD_SetDockDetachAction(const ButtonFunctionValue* value,
@@ -820,17 +779,10 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetDockDetachAction(const ButtonFunctio
 /**
  * Asks the service to store a new tip sensitivity.
  *
- * Queues one set message and one value request, and returns before either is sent.
- *
- * @param value  number of the pressure curve; 32 bits, sent unchecked as unsigned decimal (-1 goes
- *               out as 4294967295)
- * @param empty  nonzero: an empty value is sent, which asks for the default, and `value` is ignored
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
- *               a second while a connection is being opened; see Threads
- * @ownership    nothing is kept
- * @errors       none reported; dropped while the library shuts down
- * @callbacks    OnPressureCurve, later, on the library's thread, if the stored value changed
- * @unconnected  lost: what is queued is discarded when a connection opens
+ * @param value  number of the pressure curve; sent unchecked
+ * @param empty  nonzero: asks for the default, and `value` is ignored
+ * @contract     as every setter: @ref setters
+ * @callbacks    OnPressureCurve
  * @since        API version 0
  */
 KORVUISD_API void KORVUISD_CALL KorvuISD_SetTipSensitivity(int32_t value, int32_t empty);
@@ -838,17 +790,10 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetTipSensitivity(int32_t value, int32_
 /**
  * Asks the service to store a new tilt sensitivity.
  *
- * Queues one set message and one value request, and returns before either is sent.
- *
- * @param value  setting step; 32 bits, sent unchecked as unsigned decimal (-1 goes out as
- *               4294967295)
- * @param empty  nonzero: an empty value is sent, which asks for the default, and `value` is ignored
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
- *               a second while a connection is being opened; see Threads
- * @ownership    nothing is kept
- * @errors       none reported; dropped while the library shuts down
- * @callbacks    OnTiltSensitivity, later, on the library's thread, if the stored value changed
- * @unconnected  lost: what is queued is discarded when a connection opens
+ * @param value  setting step; sent unchecked
+ * @param empty  nonzero: asks for the default, and `value` is ignored
+ * @contract     as every setter: @ref setters
+ * @callbacks    OnTiltSensitivity
  * @since        API version 0
  */
 KORVUISD_API void KORVUISD_CALL KorvuISD_SetTiltSensitivity(int32_t value, int32_t empty);
@@ -856,17 +801,10 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetTiltSensitivity(int32_t value, int32
 /**
  * Asks the service to store a new delay of the battery alert.
  *
- * Queues one set message and one value request, and returns before either is sent.
- *
- * @param value  delay in the unit of the service; 32 bits, sent unchecked as unsigned decimal (-1
- *               goes out as 4294967295)
- * @param empty  nonzero: an empty value is sent, which asks for the default, and `value` is ignored
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
- *               a second while a connection is being opened; see Threads
- * @ownership    nothing is kept
- * @errors       none reported; dropped while the library shuts down
- * @callbacks    OnBatteryAlertDelay, later, on the library's thread, if the stored value changed
- * @unconnected  lost: what is queued is discarded when a connection opens
+ * @param value  delay in the unit of the service; sent unchecked
+ * @param empty  nonzero: asks for the default, and `value` is ignored
+ * @contract     as every setter: @ref setters
+ * @callbacks    OnBatteryAlertDelay
  * @since        API version 0
  */
 KORVUISD_API void KORVUISD_CALL KorvuISD_SetBatteryAlertDelay(int32_t value, int32_t empty);
@@ -874,18 +812,10 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetBatteryAlertDelay(int32_t value, int
 /**
  * Switches the alert for a pen left behind.
  *
- * Queues one set message and one value request, and returns before either is sent.
- *
- * @param value  0 off, 1 on; 32 bits, sent unchecked as unsigned decimal (-1 goes out as
- *               4294967295)
- * @param empty  nonzero: an empty value is sent, which asks for the default, and `value` is ignored
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
- *               a second while a connection is being opened; see Threads
- * @ownership    nothing is kept
- * @errors       none reported; dropped while the library shuts down
- * @callbacks    OnPenAlertEnabled (API version 4), later, on the library's thread, if the stored
- *               value changed
- * @unconnected  lost: what is queued is discarded when a connection opens
+ * @param value  0 off, 1 on; sent unchecked
+ * @param empty  nonzero: asks for the default, and `value` is ignored
+ * @contract     as every setter: @ref setters
+ * @callbacks    OnPenAlertEnabled (API version 4)
  * @since        API version 0
  */
 KORVUISD_API void KORVUISD_CALL KorvuISD_SetPenAlert(int32_t value, int32_t empty);
@@ -893,18 +823,10 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetPenAlert(int32_t value, int32_t empt
 /**
  * Switches pen gestures.
  *
- * Queues one set message and one value request, and returns before either is sent.
- *
- * @param value  0 off, 1 on; 32 bits, sent unchecked as unsigned decimal (-1 goes out as
- *               4294967295)
- * @param empty  nonzero: an empty value is sent, which asks for the default, and `value` is ignored
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
- *               a second while a connection is being opened; see Threads
- * @ownership    nothing is kept
- * @errors       none reported; dropped while the library shuts down
- * @callbacks    OnPenGesturesEnabled (API version 8), later, on the library's thread, if the stored
- *               value changed
- * @unconnected  lost: what is queued is discarded when a connection opens
+ * @param value  0 off, 1 on; sent unchecked
+ * @param empty  nonzero: asks for the default, and `value` is ignored
+ * @contract     as every setter: @ref setters
+ * @callbacks    OnPenGesturesEnabled (API version 8)
  * @since        API version 0
  */
 KORVUISD_API void KORVUISD_CALL KorvuISD_SetPenGesturesEnabled(int32_t value, int32_t empty);
@@ -912,18 +834,10 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetPenGesturesEnabled(int32_t value, in
 /**
  * Switches the magnifier.
  *
- * Queues one set message and one value request, and returns before either is sent.
- *
- * @param value  0 off, 1 on; 32 bits, sent unchecked as unsigned decimal (-1 goes out as
- *               4294967295)
- * @param empty  nonzero: an empty value is sent, which asks for the default, and `value` is ignored
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
- *               a second while a connection is being opened; see Threads
- * @ownership    nothing is kept
- * @errors       none reported; dropped while the library shuts down
- * @callbacks    OnMagnifierEnabled (API version 8), later, on the library's thread, if the stored
- *               value changed
- * @unconnected  lost: what is queued is discarded when a connection opens
+ * @param value  0 off, 1 on; sent unchecked
+ * @param empty  nonzero: asks for the default, and `value` is ignored
+ * @contract     as every setter: @ref setters
+ * @callbacks    OnMagnifierEnabled (API version 8)
  * @since        API version 0
  */
 KORVUISD_API void KORVUISD_CALL KorvuISD_SetMagnifierEnabled(int32_t value, int32_t empty);
@@ -931,18 +845,10 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetMagnifierEnabled(int32_t value, int3
 /**
  * Switches power saving in the dock.
  *
- * Queues one set message and one value request, and returns before either is sent.
- *
- * @param value  0 off, 1 on; 32 bits, sent unchecked as unsigned decimal (-1 goes out as
- *               4294967295)
- * @param empty  nonzero: an empty value is sent, which asks for the default, and `value` is ignored
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
- *               a second while a connection is being opened; see Threads
- * @ownership    nothing is kept
- * @errors       none reported; dropped while the library shuts down
- * @callbacks    OnPenDockPowerSaving (API version 4), later, on the library's thread, if the stored
- *               value changed
- * @unconnected  lost: what is queued is discarded when a connection opens
+ * @param value  0 off, 1 on; sent unchecked
+ * @param empty  nonzero: asks for the default, and `value` is ignored
+ * @contract     as every setter: @ref setters
+ * @callbacks    OnPenDockPowerSaving (API version 4)
  * @since        API version 0
  */
 KORVUISD_API void KORVUISD_CALL KorvuISD_SetDockPowerSaving(int32_t value, int32_t empty);
@@ -950,17 +856,11 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetDockPowerSaving(int32_t value, int32
 /**
  * Asks the service to store the time until the alert for an undocked pen.
  *
- * Queues one set message and one value request, and returns before either is sent.
- *
- * @param value  time in the unit of the service, 32 bits; a negative one is sent as 1, one above
+ * @param value  time in the unit of the service; a negative one is sent as 1, one above
  *               35791 as 35791
- * @param empty  nonzero: an empty value is sent, which asks for the default, and `value` is ignored
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
- *               a second while a connection is being opened; see Threads
- * @ownership    nothing is kept
- * @errors       none reported; dropped while the library shuts down
- * @callbacks    OnUndockedTimerWait, later, on the library's thread, if the stored value changed
- * @unconnected  lost: what is queued is discarded when a connection opens
+ * @param empty  nonzero: asks for the default, and `value` is ignored
+ * @contract     as every setter: @ref setters
+ * @callbacks    OnUndockedTimerWait
  * @since        API version 7; below it the function does nothing
  */
 KORVUISD_API void KORVUISD_CALL KorvuISD_SetDockAlertTime(int32_t value, int32_t empty);
@@ -1029,19 +929,12 @@ KORVUISD_API uint8_t KORVUISD_CALL KorvuISD_GetButtonIndex(uint32_t id);
  * second) is ignored.
  *
  * @param id     menu-button identifier; bits 8 to 15 and 24 to 31 are ignored
- * @param value  the function; see ButtonFunctionValue. It is not read, and may be null, if `empty`
- *               is nonzero; otherwise null is forbidden.
- * @param empty  nonzero: an empty function is sent, which asks for the default, and `name` is
- *               ignored
+ * @param value  the function; null is forbidden unless `empty` is nonzero
+ * @param empty  nonzero: asks for the default, and `name` is ignored
  * @param name   terminated display name, or null to let the service derive one; an empty one is
  *               sent as empty
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
- *               a second while a connection is being opened; see Threads
- * @ownership    `value` and `name` are read during the call only
- * @errors       none reported; dropped while the library shuts down
- * @callbacks    OnRadialWedge, or OnRadialWedgeEx from API version 2 on, later, on the library's
- *               thread, if the name changed
- * @unconnected  lost: what is queued is discarded when a connection opens
+ * @contract     as every setter: @ref setters
+ * @callbacks    OnRadialWedge, or OnRadialWedgeEx from API version 2 on, if the name changed
  * @since        API version 0; the second ring from API version 2 on
  */
 KORVUISD_API void KORVUISD_CALL KorvuISD_SetMenuOp(uint32_t id, const ButtonFunctionValue* value,
@@ -1050,20 +943,15 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetMenuOp(uint32_t id, const ButtonFunc
 /**
  * Sets how many wedges a ring of the radial menu shows.
  *
- * Queues one set message and one value request, and returns before either is sent.
- *
  * @param id     menu-button identifier of any wedge of the ring. Pass a menu index of 0 or 1: a
  *               higher one is not rejected but addresses the setting that comes next in the key
  *               table.
  * @param limit  number of wedges, 8 bits; sent unchecked
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
- *               a second while a connection is being opened; see Threads
- * @ownership    nothing is kept
- * @errors       none reported; dropped while the library shuts down. A menu index so high that no
- *               key exists for it (116 or more) throws std::out_of_range, "invalid map<K, T> key",
- *               and nothing is sent: only C++ code of the same compiler family can catch it.
- * @callbacks    OnRadialZonesCount, later, on the library's thread, if the stored value changed
- * @unconnected  lost: what is queued is discarded when a connection opens
+ * @contract     as every setter: @ref setters
+ * @errors       a menu index so high that no key exists for it (116 or more) throws
+ *               std::out_of_range, "invalid map<K, T> key", and nothing is sent: only C++ code of
+ *               the same compiler family can catch it.
+ * @callbacks    OnRadialZonesCount
  * @since        API version 2; below it the function does nothing
  */
 KORVUISD_API void KORVUISD_CALL KorvuISD_SetMenuButtonLimit(uint32_t id, uint8_t limit);
@@ -1071,17 +959,10 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetMenuButtonLimit(uint32_t id, uint8_t
 /**
  * Switches the right click in the centre of the radial menu.
  *
- * Queues one set message and one value request, and returns before either is sent.
- *
- * @param value  0 off, 1 on; 32 bits, sent unchecked as unsigned decimal (-1 goes out as
- *               4294967295)
- * @param empty  nonzero: an empty value is sent, which asks for the default, and `value` is ignored
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
- *               a second while a connection is being opened; see Threads
- * @ownership    nothing is kept
- * @errors       none reported; dropped while the library shuts down
- * @callbacks    OnCenterRightClick, later, on the library's thread, if the stored value changed
- * @unconnected  lost: what is queued is discarded when a connection opens
+ * @param value  0 off, 1 on; sent unchecked
+ * @param empty  nonzero: asks for the default, and `value` is ignored
+ * @contract     as every setter: @ref setters
+ * @callbacks    OnCenterRightClick
  * @since        API version 0
  */
 KORVUISD_API void KORVUISD_CALL KorvuISD_SetMenuCenterRightClick(int32_t value, int32_t empty);
@@ -1100,12 +981,8 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetMenuCenterRightClick(int32_t value, 
  * OnCapturedKeystrokes shows it as display text, and the library holds the sequence for
  * KorvuISD_FinishKeyCapture.
  *
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
- *               a second while a connection is being opened; see Threads
- * @ownership    nothing is kept
- * @errors       none reported; dropped while the library shuts down
- * @callbacks    OnCapturedKeystrokes, for each announcement, on the library's thread
- * @unconnected  lost: what is queued is discarded when a connection opens
+ * @contract     as every setter: @ref setters
+ * @callbacks    OnCapturedKeystrokes, for each announcement
  * @since        API version 0
  */
 KORVUISD_API void KORVUISD_CALL KorvuISD_StartKeyCapture(void);
@@ -1146,19 +1023,13 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_FinishKeyCapture(wchar_t* buffer, uint6
 /**
  * Asks the service to store a new display zoom map of one entry.
  *
- * Queues one set message and one value request, and returns before either is sent. The whole map is
- * replaced.
+ * The whole map is replaced.
  *
  * @param first   first pair, two signed 32-bit numbers, by value
  * @param second  second pair
- * @param empty   nonzero: an empty value is sent, which asks for the default, and the pairs are
- *                ignored
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
- *               a second while a connection is being opened; see Threads
- * @ownership    nothing is kept
- * @errors       none reported; dropped while the library shuts down
- * @callbacks    OnDisplayZoomMap, later, on the library's thread, if the stored value changed
- * @unconnected  lost: what is queued is discarded when a connection opens
+ * @param empty   nonzero: asks for the default, and the pairs are ignored
+ * @contract     as every setter: @ref setters
+ * @callbacks    OnDisplayZoomMap
  * @since        API version 0
  */
 KORVUISD_API void KORVUISD_CALL KorvuISD_SetSlavedDisplayZoom(KorvuISD_ZoomPair first,
@@ -1168,16 +1039,9 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetSlavedDisplayZoom(KorvuISD_ZoomPair 
 /**
  * Switches opaque mode.
  *
- * Queues one set message and one value request, and returns before either is sent.
- *
- * @param value  0 off, 1 on; 32 bits, sent unchecked as unsigned decimal (-1 goes out as
- *               4294967295)
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
- *               a second while a connection is being opened; see Threads
- * @ownership    nothing is kept
- * @errors       none reported; dropped while the library shuts down
- * @callbacks    OnOpaqueEnabledGlobal, later, on the library's thread, if the stored value changed
- * @unconnected  lost: what is queued is discarded when a connection opens
+ * @param value  0 off, 1 on; sent unchecked
+ * @contract     as every setter: @ref setters
+ * @callbacks    OnOpaqueEnabledGlobal
  * @since        API version 1; below it the function does nothing
  */
 KORVUISD_API void KORVUISD_CALL KorvuISD_SetOpaqueModeEnabled(int32_t value);
@@ -1185,17 +1049,10 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetOpaqueModeEnabled(int32_t value);
 /**
  * Asks the service to store a new orientation of opaque mode.
  *
- * Queues one set message and one value request, and returns before either is sent.
- *
  * @param orientation  0 to 3, as OnOpaqueOrientation reports it; any other value counts as 0
- * @param empty        nonzero: an empty value is sent, which asks for the default, and
- *                     `orientation` is ignored
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
- *               a second while a connection is being opened; see Threads
- * @ownership    nothing is kept
- * @errors       none reported; dropped while the library shuts down
- * @callbacks    OnOpaqueOrientation, later, on the library's thread, if the stored value changed
- * @unconnected  lost: what is queued is discarded when a connection opens
+ * @param empty        nonzero: asks for the default, and `orientation` is ignored
+ * @contract     as every setter: @ref setters
+ * @callbacks    OnOpaqueOrientation
  * @since        API version 1; below it the function does nothing
  */
 KORVUISD_API void KORVUISD_CALL KorvuISD_SetOpaqueModeOrientation(int32_t orientation,
@@ -1204,16 +1061,10 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetOpaqueModeOrientation(int32_t orient
 /**
  * Asks the service to store a new input mode of opaque mode.
  *
- * Queues one set message and one value request, and returns before either is sent.
- *
  * @param mode   0 or 1, as OnOpaqueInputMode reports it; any other value counts as 0
- * @param empty  nonzero: an empty value is sent, which asks for the default, and `mode` is ignored
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
- *               a second while a connection is being opened; see Threads
- * @ownership    nothing is kept
- * @errors       none reported; dropped while the library shuts down
- * @callbacks    OnOpaqueInputMode, later, on the library's thread, if the stored value changed
- * @unconnected  lost: what is queued is discarded when a connection opens
+ * @param empty  nonzero: asks for the default, and `mode` is ignored
+ * @contract     as every setter: @ref setters
+ * @callbacks    OnOpaqueInputMode
  * @since        API version 1; below it the function does nothing
  */
 KORVUISD_API void KORVUISD_CALL KorvuISD_SetOpaqueModeInputMode(int32_t mode, int32_t empty);
@@ -1221,17 +1072,10 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetOpaqueModeInputMode(int32_t mode, in
 /**
  * Asks the service to store a new mapping of opaque mode.
  *
- * Queues one set message and one value request, and returns before either is sent.
- *
  * @param mapping  0 or 1, as OnOpaqueMapping reports it; any other value counts as 0
- * @param empty    nonzero: an empty value is sent, which asks for the default, and `mapping` is
- *                 ignored
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
- *               a second while a connection is being opened; see Threads
- * @ownership    nothing is kept
- * @errors       none reported; dropped while the library shuts down
- * @callbacks    OnOpaqueMapping, later, on the library's thread, if the stored value changed
- * @unconnected  lost: what is queued is discarded when a connection opens
+ * @param empty    nonzero: asks for the default, and `mapping` is ignored
+ * @contract     as every setter: @ref setters
+ * @callbacks    OnOpaqueMapping
  * @since        API version 1; below it the function does nothing
  */
 KORVUISD_API void KORVUISD_CALL KorvuISD_SetOpaqueModeMapping(int32_t mapping, int32_t empty);
@@ -1239,16 +1083,10 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetOpaqueModeMapping(int32_t mapping, i
 /**
  * Tells the service which step of the setup guide of opaque mode is shown.
  *
- * Queues one set message and one value request, and returns before either is sent.
- *
  * @param state  0 to 2; any other value counts as 0
- * @param empty  nonzero: an empty value is sent, which asks for the default, and `state` is ignored
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
- *               a second while a connection is being opened; see Threads
- * @ownership    nothing is kept
- * @errors       none reported; dropped while the library shuts down
- * @callbacks    OnOpaqueInSetupGuide, later, on the library's thread, if the stored value changed
- * @unconnected  lost: what is queued is discarded when a connection opens
+ * @param empty  nonzero: asks for the default, and `state` is ignored
+ * @contract     as every setter: @ref setters
+ * @callbacks    OnOpaqueInSetupGuide
  * @since        API version 6; below it the function does nothing
  */
 KORVUISD_API void KORVUISD_CALL KorvuISD_SetOpaqueModeSetupState(int32_t state, int32_t empty);
@@ -1256,18 +1094,10 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetOpaqueModeSetupState(int32_t state, 
 /**
  * Sets whether opaque mode remembers the display.
  *
- * Queues one set message and one value request, and returns before either is sent.
- *
- * @param value  0 off, 1 on; 32 bits, sent unchecked as unsigned decimal (-1 goes out as
- *               4294967295)
- * @param empty  nonzero: an empty value is sent, which asks for the default, and `value` is ignored
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
- *               a second while a connection is being opened; see Threads
- * @ownership    nothing is kept
- * @errors       none reported; dropped while the library shuts down
- * @callbacks    OnOpaqueRememberDisplay, later, on the library's thread, if the stored value
- *               changed
- * @unconnected  lost: what is queued is discarded when a connection opens
+ * @param value  0 off, 1 on; sent unchecked
+ * @param empty  nonzero: asks for the default, and `value` is ignored
+ * @contract     as every setter: @ref setters
+ * @callbacks    OnOpaqueRememberDisplay
  * @since        API version 6; below it the function does nothing
  */
 KORVUISD_API void KORVUISD_CALL KorvuISD_SetOpaqueModeSetupSave(int32_t value, int32_t empty);
@@ -1275,15 +1105,9 @@ KORVUISD_API void KORVUISD_CALL KorvuISD_SetOpaqueModeSetupSave(int32_t value, i
 /**
  * Asks the service to store a new display path of opaque mode.
  *
- * Queues one set message and one value request, and returns before either is sent.
- *
  * @param path  terminated, sent as it stands; an empty one is sent as empty; null is forbidden
- * @threadsafety any thread, inside a callback too; may wait for the library's lock, and so up to
- *               a second while a connection is being opened; see Threads
- * @ownership    `path` is read during the call only
- * @errors       none reported; dropped while the library shuts down
- * @callbacks    OnOpaqueDisplayPath, later, on the library's thread, if the stored value changed
- * @unconnected  lost: what is queued is discarded when a connection opens
+ * @contract     as every setter: @ref setters
+ * @callbacks    OnOpaqueDisplayPath
  * @since        API version 1; below it the function does nothing
  */
 KORVUISD_API void KORVUISD_CALL KorvuISD_SetOpaqueModeDisplayPath(const wchar_t* path);

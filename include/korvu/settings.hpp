@@ -419,7 +419,7 @@ class Registration {
 /**
  * The process's connection to the settings service, open as long as one such object lives.
  *
- * A lost connection is opened again in the background without a word.
+ * A lost connection is opened again silently, in the background.
  *
  * @threadsafety opened and destroyed on any thread, but never inside a callback
  */

@@ -1,6 +1,6 @@
 // Notices that the service has gone, or is back. Pure: times and answers come in, requests go out.
 //
-// The library regains a lost connection without a word, so the only way to notice is to ask now and
+// The library regains a lost connection silently, so the only way to notice is to ask now and
 // then. A request on a broken connection is answered with empty texts; one that is made while the
 // service is away is answered only when it returns, so silence counts as a loss as well.
 #pragma once

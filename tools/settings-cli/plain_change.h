@@ -16,7 +16,7 @@ struct ValueChoice {
 };
 
 // Sets it, tells what is stored, and fails if that is something else. `what` is how the user called
-// it. Throws UsageError at once for a value that is none.
+// it. Throws UsageError at once for text that is not a value.
 Command ChangePlainSetting(const PlainSetting& setting, const std::string& what,
                            const ValueChoice& choice);
 

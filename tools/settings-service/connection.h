@@ -71,7 +71,7 @@ class Connection final : private OperationOwner {
   // Parts with the client.
   void Drop() { Part({}); }
 
-  // Ends the connection, or the listening, without a word.
+  // Silently ends the connection, or the listening.
   void Close();
 
  private:

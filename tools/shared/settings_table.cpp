@@ -6,7 +6,7 @@
 namespace tool {
 namespace {
 
-// The setter would cut a higher value to this one without a word.
+// The setter would silently cut a higher value to this one.
 constexpr int32_t kLongestDockAlertTime = 35791;
 
 constexpr std::array<int32_t, 4> kOrientationCodes = {103, 102, 105, 104};

@@ -48,7 +48,7 @@ class TransportTest : public IntegrationTest {
   // Until all that was asked and announced before has been dealt with.
   void Settle();
 
-  // Changes a value of the service without a word, so that only a new connection brings it.
+  // Silently changes a value of the service, so that only a new connection brings it.
   void Freshen();
   // Expects that connection `number` comes, sends the batch, and brings what Freshen changed.
   void ExpectFreshConnection(int number);

@@ -1,6 +1,6 @@
 // Whether the settings service is there. Pure: times and answers come in, questions go out.
 //
-// The library regains a lost connection without a word, so the only way to know is to ask now and
+// The library regains a lost connection silently, so the only way to know is to ask now and
 // then. A service that is there answers at once. A question that was under way when the connection
 // broke, or when it was opened anew, is answered with empty texts; while there is no service it is
 // not answered at all, so silence counts as its absence as well.
