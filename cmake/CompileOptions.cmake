@@ -2,11 +2,16 @@
 
 add_library(korvu_options INTERFACE)
 
+# Warnings are errors for the compilers that the project is built with. Nobody has built it with
+# Microsoft's yet, and whoever does so first is not to be turned away by a warning.
 if(MSVC)
-  target_compile_options(korvu_options INTERFACE /W4 /WX /utf-8 /permissive-)
+  target_compile_options(korvu_options INTERFACE /W4 /utf-8 /permissive-)
   target_compile_definitions(korvu_options INTERFACE _CRT_SECURE_NO_WARNINGS)
 else()
-  target_compile_options(korvu_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Werror)
+  target_compile_options(korvu_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion)
+  if(CMAKE_CXX_COMPILER_ID MATCHES "^(GNU|Clang)$")
+    target_compile_options(korvu_options INTERFACE -Werror)
+  endif()
 endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
   target_compile_options(korvu_options INTERFACE -Wthread-safety)
