@@ -22,7 +22,7 @@ class ApplicationMap {
   }
 
   // The path to send for the text of an assignment: the one that the display name `text` stands
-  // for, else `text` itself. A text that is no display name enters the map with an empty path, and
+  // for, else `text` itself. A text that is not a display name enters the map with an empty path, and
   // so shows up in the next list of options.
   std::wstring PathToSend(const std::wstring& text) {
     const MutexLock lock(mutex);

@@ -13,7 +13,7 @@ struct CommandLine {
   Command command;
 };
 
-// Throws UsageError for what is no valid command line. Help and version are commands, too.
+// Throws UsageError for an invalid command line. Help and version are commands, too.
 CommandLine ParseCommandLine(std::vector<std::string> arguments);
 
 }  // namespace tool::cli

@@ -94,7 +94,7 @@ void Output::WriteToConsole(std::string_view text) {
 }
 
 void Output::WriteBytes(std::string_view text) {
-  // An argument that is quoted in a message may hold what is no UTF-8.
+  // An argument that is quoted in a message may hold invalid UTF-8.
   const std::string valid = ToUtf8(FromUtf8(text));
   std::string_view rest = valid;
   while (!rest.empty()) {

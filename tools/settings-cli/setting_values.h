@@ -12,7 +12,7 @@ namespace tool::cli {
 // "0 to 3", "on or off".
 std::string ValueRange(const PlainSetting& setting);
 
-// Throws UsageError for a text that is no value of the setting.
+// Throws UsageError for text that is not a value of the setting.
 int32_t ParseValue(const PlainSetting& setting, std::string_view text);
 
 // A value as people write it.

@@ -233,7 +233,7 @@ ParsedCommand ParseCommand(std::string_view line, const Catalogue& catalogue) {
 }
 
 std::string CommandHelp() {
-  std::string help = "Commands, one a line:\n";
+  std::string help = "Commands, one per line:\n";
   for (const CommandWord& command : kCommands) {
     const std::string usage = fmt::format("{} {}", command.word, command.arguments);
     help += fmt::format("  {:<39} {}\n", usage, command.meaning);

@@ -6,7 +6,7 @@
 
 namespace tool::service {
 
-// Surrogate pairs are joined; what is no character becomes U+FFFD.
+// Surrogate pairs are joined; a lone surrogate becomes U+FFFD.
 std::string ToUtf8(std::wstring_view text);
 
 // Malformed bytes become U+FFFD.

@@ -9,7 +9,7 @@
 
 namespace tool {
 
-// What becomes of half a surrogate pair, which is no character and has no UTF-8.
+// What becomes of half a surrogate pair, which is not a character and has no form in UTF-8.
 enum class LoneSurrogates {
   kReplace,  // by U+FFFD: for texts that others read
   kKeep,     // as three bytes, and back: for file names among our arguments, which may have them

@@ -103,7 +103,7 @@ TEST_F(EmptyMessage, AsAnAnnouncementIsDroppedAndTheConnectionStays) {
   EXPECT_EQ(service.ConnectionCount(), 1);
 }
 
-// An empty reply is none: the exchange fails, with no line of its own.
+// An empty reply is not a reply: the exchange fails, with no line of its own.
 TEST_F(EmptyMessage, AsAReplyLosesTheConnection) {
   TraceRecorder trace(library);
   TraceOn();

@@ -22,7 +22,7 @@ std::wstring Battery(const Pen& pen) {
   return pen.batteryStatus < 0 ? L"unknown" : std::to_wstring(pen.batteryStatus) + L" %";
 }
 
-// What the states mean is the service's affair, but for 0, which is none.
+// What the states mean is the service's business, except that 0 means none.
 std::wstring Charging(const Pen& pen) {
   if (pen.batteryCharging <= 1) return YesNo(pen.batteryCharging != 0);
   return L"state " + std::to_wstring(pen.batteryCharging);

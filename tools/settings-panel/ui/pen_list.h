@@ -1,4 +1,4 @@
-// The pens, one a line.
+// The pens, one per line.
 #pragma once
 
 #include <map>

@@ -36,7 +36,7 @@ class Row {
   virtual void Arrange(const Look& look, const Columns& columns, int top) = 0;
   virtual void Show(const Session& session) = 0;
 
-  // Of a control of this row. False if it is none of it.
+  // Of a control of this row. False if the control is not one of its own.
   virtual bool OnCommand(Session&, HWND, WORD) { return false; }
   virtual bool OnScroll(Session&, HWND, WORD) { return false; }
   virtual bool OnNotify(Session&, const NMHDR&) { return false; }
