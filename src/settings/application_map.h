@@ -22,8 +22,8 @@ class ApplicationMap {
   }
 
   // The path to send for the text of an assignment: the one that the display name `text` stands
-  // for, else `text` itself. A text that is not a display name enters the map with an empty path, and
-  // so shows up in the next list of options.
+  // for, else `text` itself. A text that is not a display name enters the map with an empty path,
+  // and so shows up in the next list of options.
   std::wstring PathToSend(const std::wstring& text) {
     const MutexLock lock(mutex);
     const std::wstring& path = paths[text];

@@ -49,8 +49,22 @@ class IntegrationTest : public testing::Test {
     library.KorvuISD_RegisterCallbacks(&all, context);
   }
 
+  // A connection has just come up, and it sends and receives.
+  void ExpectGoodConnection(ScriptedService& service) {
+    service.WaitForBatch();
+    service.Forget();
+    library.KorvuISD_SetTipSensitivity(1, 0);
+    service.WaitForRequests(2);
+    recorder.Forget();
+    service.Announce(Key(kTilt), std::to_wstring(++announced));
+    EXPECT_TRUE(recorder.WaitForSlot(kTiltSlot, 1));
+  }
+
   Library library;
   CallbackRecorder& recorder = CallbackRecorder::Instance();
+
+ private:
+  int announced = 100;
 };
 
 }  // namespace support

@@ -28,8 +28,6 @@ class Snapshot {
   std::optional<bool> IsSupported(size_t feature) const { return features.at(feature); }
 
  private:
-  void ApplyPen(const Pen& pen);
-
   std::map<Slot, Payload> last;
   std::map<std::wstring, Pen> pens;
   std::array<std::optional<int>, 2> ringCounts;

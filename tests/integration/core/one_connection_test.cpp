@@ -13,17 +13,6 @@ namespace {
 
 class OneConnection : public IntegrationTest {
  protected:
-  // The connection sends and receives.
-  void ExpectGoodConnection() {
-    service.WaitForBatch();
-    service.Forget();
-    library.KorvuISD_SetTipSensitivity(1, 0);
-    service.WaitForRequests(2);
-    recorder.Forget();
-    service.Announce(Key(kTilt), std::to_wstring(++announced));
-    EXPECT_TRUE(recorder.WaitForSlot(kTiltSlot, 1));
-  }
-
   // The next attempt that opens the duplex pipe fails there.
   void FailFirstDuplexPipe() {
     const auto isFirst = std::make_shared<std::atomic<bool>>(true);
@@ -43,7 +32,6 @@ class OneConnection : public IntegrationTest {
 
   ScriptedService service;
   SyncThreads threads{library};
-  int announced = 100;
 };
 
 // The attempt fails after it has given the old connection up and before it has a new one. In this
@@ -70,7 +58,7 @@ TEST_F(OneConnection, AnApplicationThatConnectsDuringAFailedAttemptKeepsItsConne
   EXPECT_EQ(threads.Count(), 2u);
   EXPECT_FALSE(threads.HasEnded(1));
   EXPECT_EQ(service.ConnectionCount(), 2);
-  ExpectGoodConnection();
+  ExpectGoodConnection(service);
   EXPECT_EQ(service.ConnectionCount(), 2);
 
   // It is the new thread that closes the connection.
@@ -101,7 +89,7 @@ TEST_F(OneConnection, AnAttemptThatComesTooLateClosesNothing) {
   WaitNamedPipeWHook::Clear();
   CreateFileWHook::Clear();
   EXPECT_EQ(threads.Count(), 2u);
-  ExpectGoodConnection();
+  ExpectGoodConnection(service);
   EXPECT_EQ(service.ConnectionCount(), 2);
   library.KorvuISD_Shutdown();
   EXPECT_TRUE(threads.WaitForEnd(1));
@@ -113,7 +101,7 @@ TEST_F(OneConnection, EachConnectionHasOneThreadAndTheOldOneEnds) {
     service.BreakBoth();
     ASSERT_TRUE(threads.WaitForEnd(connection - 1));
     service.WaitForConnections(static_cast<int>(connection) + 1);
-    ExpectGoodConnection();
+    ExpectGoodConnection(service);
     EXPECT_EQ(threads.Count(), connection + 1);
     EXPECT_FALSE(threads.HasEnded(connection));
   }

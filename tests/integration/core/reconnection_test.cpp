@@ -16,18 +16,6 @@ namespace {
 
 class Reconnection : public IntegrationTest {
  protected:
-  // The connection sends and receives.
-  void ExpectGoodConnection(ScriptedService& service) {
-    service.WaitForBatch();
-    service.Forget();
-    library.KorvuISD_SetTipSensitivity(1, 0);
-    service.WaitForRequests(2);
-    recorder.Forget();
-    service.Announce(Key(kTilt), std::to_wstring(++announced));
-    EXPECT_TRUE(recorder.WaitForSlot(kTiltSlot, 1));
-  }
-
-  int announced = 100;
 };
 
 enum class Loss { kSendOnly, kDuplex, kBoth };

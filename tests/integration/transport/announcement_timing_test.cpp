@@ -10,13 +10,6 @@ namespace {
 
 class AnnouncementTiming : public TransportTest {
  protected:
-  // From now on every arrival is an entry, even of a value that came before.
-  void ConnectAndForget() {
-    ConnectTo(service);
-    Settle();
-    recorder.Forget();
-  }
-
   void AnnounceText(const std::wstring& text) { service.Announce(Key(kKeystrokes), text); }
 
   void ExpectTexts(const std::vector<std::wstring>& texts) {

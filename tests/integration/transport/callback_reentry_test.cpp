@@ -10,12 +10,6 @@ namespace {
 
 class CallbackReentry : public TransportTest {
  protected:
-  void ConnectAndForget() {
-    ConnectTo(service);
-    Settle();
-    service.Forget();
-    recorder.Forget();
-  }
   // At the callback of the tilt sensitivity, once.
   void WhenTiltIsCalled(std::function<void(const Call&)> action) {
     recorder.WhenCalled([this, action](const Call& call) {

@@ -11,13 +11,6 @@ namespace {
 
 class ManualRequest : public TransportTest {
  protected:
-  void ConnectAndForget() {
-    ConnectTo(service);
-    Settle();
-    service.Forget();
-    recorder.Forget();
-  }
-
   // Keeps the sync thread in an exchange, so that what follows is queued together.
   void HoldTheQueue() {
     service.OnRequest([](const std::wstring& request) -> std::optional<Reaction> {

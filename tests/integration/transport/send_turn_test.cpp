@@ -11,11 +11,6 @@ namespace {
 
 class SendTurn : public TransportTest {
  protected:
-  void ConnectAndForget() {
-    ConnectTo(service);
-    Settle();
-    service.Forget();
-  }
   std::vector<std::wstring> RequestsOfEraser() {
     return {ScriptedService::SetMessage(Key(kEraser), L""), ValueRequestOf(kEraser),
             ValueRequestOf(kEraser + 2)};

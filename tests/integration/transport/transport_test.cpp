@@ -27,6 +27,13 @@ void TransportTest::Settle() {
   ASSERT_TRUE(recorder.WaitForSlot(kAlertDelaySlot, before + 1));
 }
 
+void TransportTest::ConnectAndForget() {
+  ConnectTo(service);
+  Settle();
+  service.Forget();
+  recorder.Forget();
+}
+
 void TransportTest::Freshen() {
   service.SetValue(Key(kTilt), std::to_wstring(++lastFresh));
 }

@@ -48,6 +48,9 @@ class TransportTest : public IntegrationTest {
   // Until all that was asked and announced before has been dealt with.
   void Settle();
 
+  // A connection on which nothing is on its way, and no record of how it came about.
+  void ConnectAndForget();
+
   // Silently changes a value of the service, so that only a new connection brings it.
   void Freshen();
   // Expects that connection `number` comes, sends the batch, and brings what Freshen changed.

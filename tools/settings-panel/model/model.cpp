@@ -8,6 +8,7 @@
 
 #include "KorvuTabletSettingsAPI.h"
 #include "shared/keys.h"
+#include "shared/pens.h"
 
 namespace tool::panel {
 namespace {
@@ -119,14 +120,7 @@ void Model::Read(const struct DisplayPath& told) {
 }
 
 void Model::Read(const Pen& pen) {
-  // A pen may be told of before its serial number is known; it is the same pen afterwards.
-  if (!pen.serialNumber.empty()) pens.erase(std::wstring());
-  const auto known = pens.find(pen.serialNumber);
-  const bool wasDocked = known != pens.end() && known->second.isDocked;
-  pens.insert_or_assign(pen.serialNumber, pen);
-  // The dock is the tablet's: all pens share its state, and one of them tells of a change.
-  if (pen.isDocked == wasDocked) return;
-  for (auto& [serialNumber, other] : pens) other.isDocked = pen.isDocked;
+  NotePen(pens, pen);
 }
 
 void Model::Read(const RingSize& size) {
