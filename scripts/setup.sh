@@ -52,6 +52,7 @@ if [ "$purpose" = all ]; then
     clang-format
     clang-tidy
     imagemagick
+    iwyu
     libasio-dev
   )
 fi

@@ -1,7 +1,6 @@
 #include "settings/callback_registrations.h"
 
 #include <array>
-#include <cstddef>
 #include <cstring>
 
 #include "settings/setting_keys.h"

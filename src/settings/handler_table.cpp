@@ -1,8 +1,9 @@
 #include "settings/handler_table.h"
 
-#include <cstddef>
+#include <cstdint>
 #include <utility>
 
+#include "KorvuTabletSettingsAPI.h"
 #include "settings/handlers/button_handlers.h"
 #include "settings/handlers/integer_handlers.h"
 #include "settings/handlers/option_list_handlers.h"
@@ -10,6 +11,7 @@
 #include "settings/handlers/tablet_handlers.h"
 #include "settings/handlers/text_handlers.h"
 #include "settings/handlers/version_handlers.h"
+#include "settings/local_values.h"
 #include "settings/setting_keys.h"
 
 namespace KorvuISD {

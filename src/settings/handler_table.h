@@ -1,8 +1,6 @@
 // Which handler takes the values of which key.
 #pragma once
 
-#include <cstdint>
-#include <string>
 #include <string_view>
 #include <vector>
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <string>
 #include <system_error>
 
 #include <fmt/core.h>

@@ -11,6 +11,10 @@
 #include "settings-cli/arguments.h"
 #include "settings-cli/confirmation.h"
 #include "settings-cli/console.h"
+#include "settings-cli/events.h"
+#include "settings-cli/exit_code.h"
+#include "settings-cli/session.h"
+#include "settings-cli/snapshot.h"
 #include "settings-cli/text.h"
 #include "shared/keys.h"
 

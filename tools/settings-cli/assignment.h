@@ -1,6 +1,7 @@
 // Commands that give a button or a wedge of the radial menu a function.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>

@@ -1,9 +1,12 @@
 #include "settings-cli/callbacks.h"
 
 #include <algorithm>
+#include <chrono>
+#include <cstdint>
 #include <cwchar>
 #include <span>
 #include <string>
+#include <utility>
 
 #include "settings-cli/events.h"
 #include "settings-cli/inbox.h"

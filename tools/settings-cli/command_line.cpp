@@ -1,7 +1,11 @@
 #include "settings-cli/command_line.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include <CLI/CLI.hpp>
@@ -9,9 +13,12 @@
 
 #include "KorvuTabletSettingsAPI.h"
 #include "settings-cli/arguments.h"
+#include "settings-cli/assignment.h"
 #include "settings-cli/buttons.h"
 #include "settings-cli/commands/commands.h"
 #include "settings-cli/console.h"
+#include "settings-cli/exit_code.h"
+#include "settings-cli/plain_change.h"
 
 namespace tool::cli {
 namespace {

@@ -1,5 +1,6 @@
 #include "settings-cli/confirmation.h"
 
+#include <optional>
 #include <utility>
 
 #include <fmt/core.h>

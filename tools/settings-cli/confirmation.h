@@ -1,6 +1,7 @@
 // Changing a setting and making sure that it is stored.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <span>
 #include <string>

@@ -1,6 +1,7 @@
 #include "settings-cli/console.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <memory>
 #include <span>
 #include <thread>

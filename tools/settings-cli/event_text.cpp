@@ -1,7 +1,11 @@
 #include "settings-cli/event_text.h"
 
+#include <string_view>
+#include <variant>
+
 #include <fmt/core.h>
 
+#include "KorvuTabletSettingsAPI.h"
 #include "settings-cli/text.h"
 
 namespace tool::cli {

@@ -1,5 +1,7 @@
 #include "settings-cli/events.h"
 
+#include <array>
+
 namespace tool::cli {
 namespace {
 

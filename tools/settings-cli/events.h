@@ -1,7 +1,6 @@
 // What a callback told, copied, so that it can be looked at after the callback has returned.
 #pragma once
 
-#include <array>
 #include <chrono>
 #include <cstddef>
 #include <cstdint>

@@ -1,5 +1,7 @@
 #include "settings-cli/heartbeat.h"
 
+#include <chrono>
+
 #include "shared/keys.h"
 
 namespace tool::cli {

@@ -4,6 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "KorvuTabletSettingsAPI.h"
 #include "settings-cli/event_text.h"
 #include "settings-cli/text.h"
 

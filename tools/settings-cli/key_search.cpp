@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <numeric>
 #include <span>
+#include <string>
 #include <utility>
 
 #include <fmt/core.h>

@@ -4,8 +4,10 @@
 
 #include <fmt/core.h>
 
+#include "settings-cli/command.h"
 #include "settings-cli/command_line.h"
 #include "settings-cli/console.h"
+#include "settings-cli/exit_code.h"
 #include "settings-cli/session.h"
 #include "settings-cli/text.h"
 #include "settings-cli/trace_file.h"

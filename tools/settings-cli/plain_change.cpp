@@ -1,11 +1,15 @@
 #include "settings-cli/plain_change.h"
 
 #include <array>
+#include <cstddef>
+#include <cstdint>
 
 #include <fmt/core.h>
 
 #include "settings-cli/confirmation.h"
 #include "settings-cli/console.h"
+#include "settings-cli/exit_code.h"
+#include "settings-cli/session.h"
 #include "settings-cli/setting_values.h"
 
 namespace tool::cli {

@@ -1,5 +1,7 @@
 #include "settings-cli/service_diagnosis.h"
 
+#include <string_view>
+
 #include <windows.h>
 
 namespace tool::cli {

@@ -1,13 +1,15 @@
 #include "settings-cli/session.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <string_view>
 #include <thread>
 #include <utility>
-
-#include <fmt/core.h>
+#include <variant>
 
 #include "KorvuTabletSettingsAPI.h"
 #include "settings-cli/callbacks.h"
+#include "settings-cli/events.h"
 #include "settings-cli/exit_code.h"
 #include "settings-cli/service_diagnosis.h"
 #include "shared/keys.h"

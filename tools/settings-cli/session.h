@@ -7,9 +7,9 @@
 #include <optional>
 #include <span>
 #include <string>
-#include <string_view>
 #include <vector>
 
+#include "KorvuTabletSettingsAPI.h"
 #include "settings-cli/inbox.h"
 #include "settings-cli/snapshot.h"
 

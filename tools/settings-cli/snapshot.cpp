@@ -1,5 +1,6 @@
 #include "settings-cli/snapshot.h"
 
+#include "KorvuTabletSettingsAPI.h"
 #include "shared/pens.h"
 
 namespace tool::cli {

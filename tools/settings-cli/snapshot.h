@@ -2,9 +2,11 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <map>
 #include <optional>
 #include <string>
+#include <variant>
 
 #include "settings-cli/events.h"
 

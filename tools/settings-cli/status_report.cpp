@@ -2,16 +2,21 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <optional>
 #include <span>
 #include <stdexcept>
-#include <utility>
+#include <string_view>
 
 #include <fmt/core.h>
 #include <nlohmann/json.hpp>
 
+#include "KorvuTabletSettingsAPI.h"
 #include "settings-cli/buttons.h"
+#include "settings-cli/events.h"
 #include "settings-cli/json_text.h"
 #include "settings-cli/text.h"
+#include "shared/keys.h"
 #include "shared/settings_table.h"
 
 namespace tool::cli {

@@ -1,7 +1,5 @@
 #include "settings-cli/text.h"
 
-#include <cstdint>
-
 #include <fmt/core.h>
 
 #include "shared/utf8.h"

@@ -1,7 +1,6 @@
 // Text between the interface's UTF-16 and the program's own UTF-8. Pure functions.
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <string_view>
 

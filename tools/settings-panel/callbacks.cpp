@@ -4,11 +4,16 @@
 
 #include "callbacks.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "KorvuTabletSettingsAPI.h"
+#include "model/letters.h"
 #include "shared/keys.h"
 
 namespace tool::panel {

@@ -1,5 +1,6 @@
 // korvu-settings-panel: a window for the settings of the settings service of this session.
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -9,6 +10,8 @@
 
 #include "KorvuTabletSettingsAPI.h"
 #include "main_window.h"
+#include "model/letters.h"
+#include "model/mailbox.h"
 #include "options.h"
 
 namespace {

@@ -2,8 +2,12 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
+#include <cstddef>
+#include <string>
 #include <utility>
 
+#include <windows.h>
 #include <commctrl.h>
 
 #include "pages/pages.h"

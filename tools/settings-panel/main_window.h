@@ -6,6 +6,8 @@
 
 #include <windows.h>
 
+#include "model/changes.h"
+#include "model/mailbox.h"
 #include "session.h"
 #include "ui/look.h"
 #include "ui/page.h"

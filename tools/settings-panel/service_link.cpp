@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <condition_variable>
+#include <cstdint>
 #include <deque>
 #include <mutex>
 #include <optional>
@@ -12,6 +13,7 @@
 #include "KorvuTabletSettingsAPI.h"
 #include "callbacks.h"
 #include "korvu/settings.hpp"
+#include "model/letters.h"
 #include "shared/keys.h"
 
 namespace tool::panel {

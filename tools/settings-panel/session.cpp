@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cwchar>
 #include <utility>
+#include <variant>
+#include <vector>
 
 #include "shared/keys.h"
 

@@ -2,12 +2,14 @@
 // the window's thread; nothing here waits for the library.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <string>
-#include <vector>
 
 #include "KorvuTabletSettingsAPI.h"
+#include "model/changes.h"
+#include "model/letters.h"
 #include "model/mailbox.h"
 #include "model/model.h"
 #include "model/presence.h"

@@ -5,6 +5,7 @@
 
 #include <fmt/core.h>
 #include <nlohmann/json.hpp>
+#include <nlohmann/json_fwd.hpp>
 
 #include "settings-service/catalogue_json.h"
 #include "settings-service/key_forms.h"

@@ -1,6 +1,7 @@
 #include "settings-service/connection.h"
 
 #include <cstring>
+#include <string>
 #include <utility>
 
 #include <fmt/core.h>

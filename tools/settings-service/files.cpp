@@ -1,6 +1,7 @@
 #include "settings-service/files.h"
 
 #include <array>
+#include <cstddef>
 
 #include <windows.h>
 

@@ -1,7 +1,9 @@
 // The stand-in settings service: reads its command line and its script, and runs.
 
+#include <cstddef>
 #include <exception>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <variant>

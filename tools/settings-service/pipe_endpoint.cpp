@@ -1,6 +1,7 @@
 #include "settings-service/pipe_endpoint.h"
 
 #include <algorithm>
+#include <string>
 #include <utility>
 
 #include <fmt/core.h>

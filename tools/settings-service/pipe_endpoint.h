@@ -12,6 +12,7 @@
 #include <windows.h>
 
 #include "platform/unique_handle.h"
+#include "settings-service/client_numbers.h"
 #include "settings-service/completion_port.h"
 #include "settings-service/connection.h"
 

@@ -1,7 +1,10 @@
 #include "settings-service/pipe_server.h"
 
+#include <chrono>
 #include <memory>
 #include <utility>
+
+#include <windows.h>
 
 #include <fmt/core.h>
 

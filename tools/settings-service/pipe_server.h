@@ -7,8 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include <windows.h>
-
+#include "platform/unique_handle.h"
 #include "settings-service/client_numbers.h"
 #include "settings-service/completion_port.h"
 #include "settings-service/connection.h"

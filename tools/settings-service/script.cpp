@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <system_error>
 #include <utility>
 #include <variant>
 

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "settings-service/catalogue.h"
 #include "settings-service/commands.h"
 
 namespace tool::service {

@@ -1,6 +1,7 @@
 #include "settings-service/service.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <utility>
 #include <variant>
 
@@ -8,11 +9,11 @@
 
 #include <fmt/core.h>
 
+#include "settings-service/commands.h"
 #include "settings-service/console_text.h"
 #include "settings-service/end_request.h"
 #include "settings-service/protocol.h"
 #include "settings-service/request_handler.h"
-#include "settings-service/text.h"
 
 namespace tool::service {
 namespace {

@@ -8,8 +8,10 @@
 #include <string>
 #include <string_view>
 
+#include "settings-service/catalogue.h"
 #include "settings-service/command_runner.h"
 #include "settings-service/completion_port.h"
+#include "settings-service/connection.h"
 #include "settings-service/exit_codes.h"
 #include "settings-service/faults.h"
 #include "settings-service/log.h"

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include <nlohmann/json.hpp>
+#include <nlohmann/json_fwd.hpp>
 
 #include "settings-service/key_forms.h"
 #include "settings-service/text.h"

@@ -1,5 +1,6 @@
 // fmt, compiled once for all programs. Whoever formats needs only <fmt/core.h>.
-#include <fmt/format-inl.h>
+#include <fmt/core.h>
+#include <fmt/format-inl.h>  // IWYU pragma: keep
 
 FMT_BEGIN_NAMESPACE
 namespace detail {

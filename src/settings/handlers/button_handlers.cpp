@@ -1,9 +1,12 @@
 #include "settings/handlers/button_handlers.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <iterator>
+#include <string>
 
 #include "settings/number_conversion.h"
+#include "settings/setting_keys.h"
 #include "settings/text_fields.h"
 
 namespace KorvuISD {

@@ -3,6 +3,8 @@
 
 #include <cstddef>
 
+#include "KorvuTabletSettingsAPI.h"
+#include "settings/local_values.h"
 #include "settings/settings_model.h"
 
 namespace KorvuISD {

@@ -1,5 +1,7 @@
 #include "settings/handlers/integer_handlers.h"
 
+#include <string>
+
 #include "settings/number_conversion.h"
 
 namespace KorvuISD {

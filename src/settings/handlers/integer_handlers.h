@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <limits>
 
+#include "KorvuTabletSettingsAPI.h"
+#include "settings/local_values.h"
 #include "settings/settings_model.h"
 
 namespace KorvuISD {

@@ -1,8 +1,11 @@
 #include "settings/handlers/option_list_handlers.h"
 
+#include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
+#include "settings/application_map.h"
 #include "settings/number_conversion.h"
 #include "settings/option_items.h"
 #include "settings/text_fields.h"

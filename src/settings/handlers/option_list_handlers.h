@@ -2,6 +2,8 @@
 // list holds.
 #pragma once
 
+#include "KorvuTabletSettingsAPI.h"
+#include "settings/local_values.h"
 #include "settings/settings_model.h"
 
 namespace KorvuISD {

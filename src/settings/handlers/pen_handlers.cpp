@@ -1,5 +1,6 @@
 #include "settings/handlers/pen_handlers.h"
 
+#include "KorvuTabletSettingsAPI.h"
 #include "settings/handlers/pen_merge.h"
 #include "settings/number_conversion.h"
 

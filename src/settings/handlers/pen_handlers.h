@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 
+#include "settings/local_values.h"
 #include "settings/settings_model.h"
 
 namespace KorvuISD {

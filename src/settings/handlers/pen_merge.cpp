@@ -1,6 +1,10 @@
 #include "settings/handlers/pen_merge.h"
 
+#include <map>
+#include <string>
+
 #include "settings/handlers/pen_handlers.h"
+#include "settings/local_values.h"
 #include "settings/text_fields.h"
 
 namespace KorvuISD {

@@ -4,6 +4,7 @@
 // attributes are staged until they name a record of the pen table, and are then merged into it.
 #pragma once
 
+#include "KorvuTabletSettingsAPI.h"
 #include "settings/settings_model.h"
 
 namespace KorvuISD {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 
+#include "KorvuTabletSettingsAPI.h"
 #include "settings/handlers/pen_merge.h"
 #include "settings/number_conversion.h"
 #include "settings/text_fields.h"

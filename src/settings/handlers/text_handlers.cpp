@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <string>
 #include <utility>
+#include <vector>
 
+#include "KorvuTabletSettingsAPI.h"
 #include "settings/zoom_map.h"
 
 namespace KorvuISD {

@@ -1,5 +1,6 @@
 #include "settings/handlers/version_handlers.h"
 
+#include "KorvuTabletSettingsAPI.h"
 #include "settings/text_fields.h"
 
 namespace KorvuISD {

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "settings/local_values.h"
 #include "settings/settings_model.h"
 
 namespace KorvuISD {

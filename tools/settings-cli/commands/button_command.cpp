@@ -1,10 +1,15 @@
 // button WHICH CODE [TEXT]
 
+#include <cstdint>
+
 #include <fmt/core.h>
 
+#include "KorvuTabletSettingsAPI.h"
 #include "settings-cli/assignment.h"
 #include "settings-cli/buttons.h"
+#include "settings-cli/command.h"
 #include "settings-cli/commands/commands.h"
+#include "settings-cli/exit_code.h"
 
 namespace tool::cli {
 

@@ -2,6 +2,12 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <string>
+#include <variant>
 #include <vector>
 
 #include <fmt/core.h>
@@ -11,7 +17,10 @@
 #include "settings-cli/command.h"
 #include "settings-cli/commands/commands.h"
 #include "settings-cli/console.h"
+#include "settings-cli/events.h"
+#include "settings-cli/exit_code.h"
 #include "settings-cli/heartbeat.h"
+#include "settings-cli/inbox.h"
 #include "settings-cli/session.h"
 #include "settings-cli/text.h"
 #include "shared/keys.h"

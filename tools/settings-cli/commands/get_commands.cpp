@@ -1,12 +1,17 @@
 // get KEY... and list: values as the service has them now.
 
+#include <cstddef>
 #include <numeric>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include <fmt/core.h>
 
 #include "settings-cli/command.h"
 #include "settings-cli/commands/commands.h"
 #include "settings-cli/console.h"
+#include "settings-cli/exit_code.h"
 #include "settings-cli/json_text.h"
 #include "settings-cli/key_search.h"
 #include "settings-cli/session.h"

@@ -1,14 +1,21 @@
 // menu RING WEDGE CODE [TEXT], menu-limit RING N: the radial menu.
 
 #include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
 
 #include <fmt/core.h>
 
+#include "KorvuTabletSettingsAPI.h"
 #include "settings-cli/arguments.h"
 #include "settings-cli/assignment.h"
+#include "settings-cli/command.h"
 #include "settings-cli/commands/commands.h"
 #include "settings-cli/confirmation.h"
 #include "settings-cli/console.h"
+#include "settings-cli/exit_code.h"
+#include "settings-cli/session.h"
 #include "settings-cli/text.h"
 #include "shared/keys.h"
 

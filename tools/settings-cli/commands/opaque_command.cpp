@@ -1,14 +1,23 @@
 // opaque WHAT VALUE: the settings of opaque mode.
 
 #include <array>
+#include <cstddef>
+#include <string>
+#include <string_view>
 
 #include <fmt/core.h>
 
+#include "KorvuTabletSettingsAPI.h"
+#include "settings-cli/command.h"
 #include "settings-cli/commands/commands.h"
 #include "settings-cli/confirmation.h"
 #include "settings-cli/console.h"
+#include "settings-cli/exit_code.h"
 #include "settings-cli/plain_change.h"
+#include "settings-cli/session.h"
 #include "settings-cli/text.h"
+#include "shared/keys.h"
+#include "shared/settings_table.h"
 
 namespace tool::cli {
 namespace {

@@ -1,10 +1,12 @@
 // raw MESSAGE: a message as it stands, and the service's reply.
 
 #include <array>
+#include <string>
 
 #include "settings-cli/command.h"
 #include "settings-cli/commands/commands.h"
 #include "settings-cli/console.h"
+#include "settings-cli/exit_code.h"
 #include "settings-cli/session.h"
 #include "settings-cli/text.h"
 

@@ -1,10 +1,14 @@
 // set NAME VALUE, and center-right-click, which is one of its settings under its own name.
 
+#include <string>
 #include <string_view>
 
+#include "settings-cli/command.h"
 #include "settings-cli/commands/commands.h"
 #include "settings-cli/console.h"
+#include "settings-cli/exit_code.h"
 #include "settings-cli/plain_change.h"
+#include "shared/settings_table.h"
 
 namespace tool::cli {
 namespace {

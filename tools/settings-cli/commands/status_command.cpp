@@ -2,11 +2,19 @@
 
 #include <array>
 #include <charconv>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "settings-cli/command.h"
 #include "settings-cli/commands/commands.h"
 #include "settings-cli/console.h"
+#include "settings-cli/events.h"
+#include "settings-cli/exit_code.h"
 #include "settings-cli/session.h"
+#include "settings-cli/snapshot.h"
 #include "settings-cli/status_report.h"
 #include "settings-cli/text.h"
 #include "shared/keys.h"

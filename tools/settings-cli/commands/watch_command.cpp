@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <chrono>
 #include <ctime>
+#include <optional>
+#include <string>
+#include <variant>
 
 #include <fmt/core.h>
 
@@ -11,7 +14,10 @@
 #include "settings-cli/commands/commands.h"
 #include "settings-cli/console.h"
 #include "settings-cli/event_text.h"
+#include "settings-cli/events.h"
+#include "settings-cli/exit_code.h"
 #include "settings-cli/heartbeat.h"
+#include "settings-cli/inbox.h"
 #include "settings-cli/json_text.h"
 #include "settings-cli/session.h"
 

@@ -1,7 +1,11 @@
 // zoom A B C D: the display zoom map.
 
 #include <array>
+#include <cstddef>
+#include <cstdint>
 #include <limits>
+#include <string>
+#include <string_view>
 
 #include <fmt/core.h>
 
@@ -11,6 +15,8 @@
 #include "settings-cli/commands/commands.h"
 #include "settings-cli/confirmation.h"
 #include "settings-cli/console.h"
+#include "settings-cli/exit_code.h"
+#include "settings-cli/session.h"
 #include "settings-cli/text.h"
 #include "shared/keys.h"
 

@@ -1,7 +1,6 @@
 // The desktop's monitors and the areas of the zoom map, scaled down into a box.
 #pragma once
 
-#include <cstdint>
 #include <vector>
 
 #include "geometry/shapes.h"

@@ -5,6 +5,7 @@
 #include <cwchar>
 #include <limits>
 #include <utility>
+#include <variant>
 
 #include "KorvuTabletSettingsAPI.h"
 #include "shared/keys.h"

@@ -5,10 +5,11 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "model/changes.h"

@@ -1,9 +1,19 @@
 // What the buttons of the pen and the dock do.
 
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
+#include <windows.h>
+
 #include "KorvuTabletSettingsAPI.h"
+#include "model/letters.h"
 #include "pages/pages.h"
+#include "session.h"
 #include "shared/keys.h"
 #include "ui/function_row.h"
+#include "ui/page.h"
+#include "ui/row.h"
 
 namespace tool::panel {
 namespace {

@@ -1,13 +1,24 @@
 // The pens, the driver's versions, what the tablet supports, and its alerts.
 
 #include <algorithm>
+#include <memory>
+#include <string>
 #include <string_view>
+#include <vector>
+
+#include <windows.h>
 
 #include "KorvuTabletSettingsAPI.h"
+#include "geometry/shapes.h"
+#include "model/model.h"
 #include "pages/pages.h"
+#include "session.h"
 #include "shared/settings_table.h"
+#include "ui/controls.h"
 #include "ui/info_row.h"
+#include "ui/page.h"
 #include "ui/pen_list.h"
+#include "ui/row.h"
 #include "ui/setting_rows.h"
 
 namespace tool::panel {

@@ -1,13 +1,24 @@
 // Monitors with the zoom area, and opaque mode.
 
 #include <algorithm>
+#include <memory>
 #include <string_view>
+#include <vector>
+
+#include <windows.h>
 
 #include "KorvuTabletSettingsAPI.h"
+#include "geometry/shapes.h"
+#include "model/letters.h"
+#include "model/model.h"
 #include "pages/pages.h"
+#include "session.h"
 #include "shared/settings_table.h"
+#include "ui/controls.h"
 #include "ui/desktop_view.h"
 #include "ui/display_rows.h"
+#include "ui/page.h"
+#include "ui/row.h"
 #include "ui/setting_rows.h"
 
 namespace tool::panel {

@@ -1,11 +1,19 @@
 // Pressure and tilt, the pressure curve drawn, and what the pen does besides.
 
 #include <algorithm>
+#include <memory>
+#include <string_view>
 
+#include <windows.h>
+
+#include "geometry/shapes.h"
 #include "pages/pages.h"
+#include "session.h"
 #include "shared/keys.h"
 #include "shared/settings_table.h"
+#include "ui/controls.h"
 #include "ui/curve_view.h"
+#include "ui/page.h"
 #include "ui/setting_rows.h"
 
 namespace tool::panel {

@@ -2,14 +2,23 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include <windows.h>
+
+#include "geometry/shapes.h"
 #include "pages/pages.h"
+#include "session.h"
 #include "shared/keys.h"
 #include "shared/settings_table.h"
+#include "ui/controls.h"
 #include "ui/function_row.h"
+#include "ui/page.h"
 #include "ui/ring_size_row.h"
+#include "ui/row.h"
 #include "ui/setting_rows.h"
 #include "ui/wheel_view.h"
 

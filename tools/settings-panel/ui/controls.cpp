@@ -1,5 +1,9 @@
 #include "ui/controls.h"
 
+#include <cstddef>
+
+#include <windows.h>
+
 namespace tool::panel {
 
 HWND MakeControl(HWND parent, const wchar_t* windowClass, const std::wstring& text, DWORD style,

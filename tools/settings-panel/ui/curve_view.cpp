@@ -2,7 +2,10 @@
 
 #include <vector>
 
+#include <windows.h>
+
 #include "geometry/curve.h"
+#include "ui/look.h"
 
 namespace tool::panel {
 namespace {

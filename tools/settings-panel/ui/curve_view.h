@@ -1,6 +1,9 @@
 // The pressure curve, drawn.
 #pragma once
 
+#include <windows.h>
+
+#include "geometry/shapes.h"
 #include "ui/view.h"
 
 namespace tool::panel {

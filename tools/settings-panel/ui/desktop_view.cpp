@@ -1,7 +1,10 @@
 #include "ui/desktop_view.h"
 
 #include <algorithm>
+#include <string>
 #include <utility>
+
+#include <windows.h>
 
 namespace tool::panel {
 namespace {

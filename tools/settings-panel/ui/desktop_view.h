@@ -4,10 +4,13 @@
 
 #include <functional>
 #include <optional>
-#include <string>
 #include <vector>
 
+#include <windows.h>
+
 #include "geometry/desktop_map.h"
+#include "geometry/shapes.h"
+#include "model/letters.h"
 #include "ui/view.h"
 
 namespace tool::panel {

@@ -1,11 +1,18 @@
 #include "ui/display_rows.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <utility>
 
+#include <windows.h>
+
+#include "geometry/shapes.h"
+#include "model/model.h"
 #include "shared/keys.h"
+#include "ui/controls.h"
 
 namespace tool::panel {
 namespace {

@@ -4,6 +4,11 @@
 #include <array>
 #include <vector>
 
+#include <windows.h>
+
+#include "model/letters.h"
+#include "session.h"
+#include "ui/look.h"
 #include "ui/row.h"
 
 namespace tool::panel {

@@ -1,10 +1,17 @@
 #include "ui/function_row.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <utility>
 
+#include <windows.h>
+
 #include "KorvuTabletSettingsAPI.h"
+#include "geometry/shapes.h"
+#include "model/changes.h"
+#include "model/model.h"
 #include "shared/keys.h"
+#include "ui/controls.h"
 
 namespace tool::panel {
 namespace {

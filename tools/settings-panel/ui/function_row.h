@@ -2,9 +2,15 @@
 // the two functions that want them.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
+#include <windows.h>
+
+#include "model/letters.h"
+#include "session.h"
+#include "ui/look.h"
 #include "ui/row.h"
 
 namespace tool::panel {

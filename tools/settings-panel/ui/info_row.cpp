@@ -1,5 +1,9 @@
 #include "ui/info_row.h"
 
+#include <windows.h>
+
+#include "geometry/shapes.h"
+
 namespace tool::panel {
 
 InfoRow::InfoRow(HWND parent, const std::wstring& label)

@@ -3,6 +3,11 @@
 
 #include <string>
 
+#include <windows.h>
+
+#include "session.h"
+#include "ui/controls.h"
+#include "ui/look.h"
 #include "ui/row.h"
 
 namespace tool::panel {

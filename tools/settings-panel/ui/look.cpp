@@ -1,5 +1,7 @@
 #include "ui/look.h"
 
+#include <windows.h>
+
 namespace tool::panel {
 namespace {
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include <windows.h>
+
 namespace tool::panel {
 namespace {
 

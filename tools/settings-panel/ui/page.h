@@ -1,12 +1,14 @@
 // A page of the window: rows under each other, and whatever else the page draws beside them.
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <utility>
 #include <vector>
 
 #include <windows.h>
 
+#include "geometry/shapes.h"
 #include "session.h"
 #include "ui/look.h"
 #include "ui/row.h"

@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <utility>
 
+#include <windows.h>
 #include <commctrl.h>
 
 #include "ui/controls.h"

@@ -1,9 +1,15 @@
 #include "ui/ring_size_row.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <string>
 
+#include <windows.h>
+
+#include "geometry/shapes.h"
 #include "shared/keys.h"
+#include "ui/controls.h"
 
 namespace tool::panel {
 

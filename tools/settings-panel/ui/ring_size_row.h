@@ -1,6 +1,10 @@
 // How many wedges a ring of the radial menu shows.
 #pragma once
 
+#include <windows.h>
+
+#include "session.h"
+#include "ui/look.h"
 #include "ui/row.h"
 
 namespace tool::panel {

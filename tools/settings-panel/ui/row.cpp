@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "ui/controls.h"
+
 namespace tool::panel {
 namespace {
 

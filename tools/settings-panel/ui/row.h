@@ -6,8 +6,9 @@
 
 #include <windows.h>
 
+#include "geometry/shapes.h"
+#include "model/changes.h"
 #include "session.h"
-#include "ui/controls.h"
 #include "ui/look.h"
 
 namespace tool::panel {

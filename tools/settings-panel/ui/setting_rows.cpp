@@ -1,8 +1,16 @@
 #include "ui/setting_rows.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <optional>
+#include <string>
 
+#include <windows.h>
 #include <commctrl.h>
+
+#include "geometry/shapes.h"
+#include "model/model.h"
+#include "ui/controls.h"
 
 namespace tool::panel {
 namespace {

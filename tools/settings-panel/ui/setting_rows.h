@@ -1,10 +1,11 @@
 // Rows for settings that are one number or switch.
 #pragma once
 
-#include <string>
-#include <vector>
+#include <windows.h>
 
+#include "session.h"
 #include "shared/settings_table.h"
+#include "ui/look.h"
 #include "ui/row.h"
 
 namespace tool::panel {

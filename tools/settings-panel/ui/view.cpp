@@ -1,5 +1,6 @@
 #include "ui/view.h"
 
+#include <windows.h>
 #include <windowsx.h>
 
 #include "ui/controls.h"

@@ -2,9 +2,10 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <optional>
 #include <utility>
 
-#include "ui/controls.h"
+#include <windows.h>
 
 namespace tool::panel {
 namespace {

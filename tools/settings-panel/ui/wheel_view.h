@@ -5,6 +5,9 @@
 #include <string>
 #include <vector>
 
+#include <windows.h>
+
+#include "geometry/shapes.h"
 #include "geometry/wheel.h"
 #include "ui/view.h"
 
