@@ -48,8 +48,10 @@ endforeach()
 
 if(NOT MSVC)
   # llvm-lib would do too, but that of LLVM 14 reads no .def files. GNU's dlltool makes another form.
-  find_program(LLVM_DLLTOOL NAMES llvm-dlltool REQUIRED
+  find_program(LLVM_DLLTOOL NAMES llvm-dlltool
                DOC "Makes the import library for Microsoft's linker")
+endif()
+if(LLVM_DLLTOOL)
   set(definitions ${PROJECT_SOURCE_DIR}/src/core/${PROJECT_NAME}.def)
   set(msvc_library ${PROJECT_BINARY_DIR}/lib/${PROJECT_NAME}.lib)
   add_custom_command(
@@ -60,6 +62,10 @@ if(NOT MSVC)
     VERBATIM)
   add_custom_target(korvu-msvc-import-library ALL DEPENDS ${msvc_library})
   korvu_install_files(${CMAKE_INSTALL_LIBDIR} ${msvc_library})
+elseif(NOT MSVC)
+  # Whoever only builds and runs the programs does without it.
+  install(CODE "message(FATAL_ERROR \"The package needs llvm-dlltool: scripts/setup.sh test\")"
+          COMPONENT package)
 endif()
 
 # Headers, and how CMake and pkg-config find them ----------------------------------------------------
