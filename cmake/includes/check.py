@@ -22,6 +22,8 @@ IWYU = [
     '-Xiwyu', f'--mapping_file={HERE}/mapping.imp',
     '-Xiwyu', '--mapping_file=/usr/share/include-what-you-use/stl.c.headers.imp',
 ]
+# More than one header of the C library has these.
+ANYWHERE = {'errno', 'ptrdiff_t', 'wcstol'}
 
 
 def commands(build, texts):
@@ -48,7 +50,7 @@ def ask(command):
 def is_named(file, line):
     """Whether the file names what it needs the include for. The members of what others declare, and
     what a template asks for, come with their headers."""
-    names = set(line.partition('// for ')[2].split(', ')) - {'wcstol'}  # <cwchar> has it, too
+    names = set(line.partition('// for ')[2].split(', ')) - ANYWHERE
     words = set(re.findall(r'\w+', file.read_text()))
     return any(name.split('::')[-1] in words for name in names)
 

@@ -6,6 +6,7 @@
 #include "KorvuTabletSettingsAPI.h"
 #include "commands/write_routines.h"
 #include "core/current_client.h"
+#include "platform/mutex.h"
 #include "settings/setting_keys.h"
 #include "settings/zoom_map.h"
 

@@ -2,10 +2,15 @@
 
 #include <cstdint>
 #include <cstring>
+#include <string>
 #include <string_view>
+#include <utility>
 
 #include "KorvuTabletSettingsAPI.h"
 #include "core/current_client.h"
+#include "core/settings_client.h"
+#include "platform/call_frame.h"
+#include "platform/mutex.h"
 #include "transport/messages.h"
 
 using namespace KorvuISD;

@@ -4,9 +4,9 @@
 #include <cstddef>
 #include <span>
 #include <string>
-#include <utility>
 #include <vector>
 
+#include "platform/call_frame.h"
 #include "settings/number_conversion.h"
 #include "settings/setting_keys.h"
 #include "transport/messages.h"

@@ -1,6 +1,7 @@
 #include "core/current_client.h"
 
 #include "platform/mutex.h"
+#include "platform/thread_annotations.h"
 
 namespace KorvuISD {
 namespace {

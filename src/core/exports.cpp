@@ -6,6 +6,9 @@
 
 #include "KorvuTabletSettingsAPI.h"
 #include "core/current_client.h"
+#include "core/settings_client.h"
+#include "platform/call_frame.h"
+#include "platform/mutex.h"
 #include "platform/trace.h"
 
 using namespace KorvuISD;

@@ -16,7 +16,11 @@
 #include <utility>
 #include <vector>
 
+#include <windows.h>
+
+#include "platform/mutex.h"
 #include "platform/trace.h"
+#include "platform/unique_handle.h"
 #include "settings/handler_table.h"
 #include "transport/messages.h"
 #include "transport/sync_thread.h"

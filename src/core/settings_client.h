@@ -6,8 +6,6 @@
 // SyncThread.
 #pragma once
 
-#include <windows.h>
-
 #include <atomic>
 #include <cstdint>
 #include <memory>
@@ -17,6 +15,8 @@
 #include "KorvuTabletSettingsAPI.h"
 #include "platform/call_frame.h"
 #include "platform/shutdown_signal.h"
+#include "platform/thread_annotations.h"
+#include "settings/application_map.h"
 #include "settings/settings_model.h"
 #include "transport/connection_owner.h"
 #include "transport/outbound_queue.h"

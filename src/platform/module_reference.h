@@ -1,9 +1,9 @@
 // Keeps this DLL loaded while a thread of its own runs in it.
 #pragma once
 
-#include <windows.h>
-
 #include <utility>
+
+#include <windows.h>
 
 namespace KorvuISD {
 

@@ -4,9 +4,9 @@
 // for a mutex when threads first meet on it, and does not close it when the library is unloaded.
 #pragma once
 
-#include <windows.h>
-
 #include <atomic>
+
+#include <windows.h>
 
 #include "platform/thread_annotations.h"
 

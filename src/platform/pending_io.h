@@ -5,12 +5,13 @@
 // does not go before the operation has ended.
 #pragma once
 
-#include <windows.h>
-
 #include <array>
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <utility>
+
+#include <windows.h>
 
 #include "platform/unique_handle.h"
 

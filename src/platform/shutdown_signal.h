@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include "platform/mutex.h"
+#include "platform/thread_annotations.h"
 
 namespace KorvuISD {
 

@@ -1,19 +1,20 @@
 #include "platform/trace.h"
 
-#include <share.h>
-#include <windows.h>
-#include <shlwapi.h>
-
 #include <cstdarg>
-#include <cstddef>
 #include <cstdio>
+#include <cwchar>
 #include <memory>
 #include <new>
 #include <string>
 #include <string_view>
 #include <utility>
 
+#include <windows.h>
+#include <share.h>
+#include <shlwapi.h>
+
 #include "platform/mutex.h"
+#include "platform/thread_annotations.h"
 #include "platform/trace_line.h"
 
 namespace KorvuISD {

@@ -5,8 +5,6 @@
 #pragma once
 
 #include <atomic>
-#include <cstdint>
-#include <type_traits>
 
 namespace KorvuISD {
 

@@ -1,10 +1,10 @@
 #include "platform/trace_line.h"
 
-#include <windows.h>
-
 #include <algorithm>
 #include <array>
-#include <cstdio>
+#include <cwchar>
+
+#include <windows.h>
 
 namespace KorvuISD {
 namespace {

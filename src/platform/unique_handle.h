@@ -2,9 +2,9 @@
 // are two kinds.
 #pragma once
 
-#include <windows.h>
-
 #include <utility>
+
+#include <windows.h>
 
 namespace KorvuISD {
 

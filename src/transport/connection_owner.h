@@ -1,11 +1,11 @@
 // What a sync thread asks of whoever owns its connection.
 #pragma once
 
-#include <windows.h>
-
 #include <cstdint>
 #include <string>
 #include <string_view>
+
+#include <windows.h>
 
 #include "KorvuTabletSettingsAPI.h"
 #include "platform/call_frame.h"

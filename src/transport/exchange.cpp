@@ -1,9 +1,13 @@
 #include "transport/exchange.h"
 
 #include <new>
+#include <string_view>
 #include <utility>
 
+#include "platform/call_frame.h"
 #include "platform/trace.h"
+#include "platform/unique_handle.h"
+#include "transport/manual_requests.h"
 #include "transport/messages.h"
 
 namespace KorvuISD {

@@ -1,11 +1,10 @@
 // One request on the duplex pipe, and the service's reply to it.
 #pragma once
 
-#include <windows.h>
-
 #include <cstddef>
 #include <string>
-#include <string_view>
+
+#include <windows.h>
 
 #include "platform/pending_io.h"
 #include "transport/connection_owner.h"

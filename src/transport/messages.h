@@ -7,7 +7,6 @@
 // off, and nothing is escaped.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>

@@ -2,6 +2,8 @@
 
 #include <new>
 
+#include "platform/mutex.h"
+
 namespace KorvuISD {
 
 void OutboundQueue::EnqueueMessage(std::wstring message) {

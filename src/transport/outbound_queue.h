@@ -1,8 +1,6 @@
 // What waits to be sent to the service: any thread appends, the sync thread takes.
 #pragma once
 
-#include <windows.h>
-
 #include <cstddef>
 #include <deque>
 #include <span>
@@ -10,8 +8,11 @@
 #include <utility>
 #include <vector>
 
+#include <windows.h>
+
 #include "KorvuTabletSettingsAPI.h"
 #include "platform/call_frame.h"
+#include "platform/thread_annotations.h"
 #include "platform/unique_handle.h"
 #include "transport/manual_requests.h"
 

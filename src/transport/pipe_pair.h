@@ -1,11 +1,11 @@
 // The two pipes of a connection: waiting for the service's, opening and closing them in order.
 #pragma once
 
-#include <windows.h>
-
 #include <cstdint>
 #include <ctime>
 #include <string>
+
+#include <windows.h>
 
 #include "platform/unique_handle.h"
 

@@ -14,14 +14,19 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <new>
 #include <string>
+#include <string_view>
 #include <utility>
 
+#include "KorvuTabletSettingsAPI.h"
 #include "platform/module_reference.h"
 #include "platform/pending_io.h"
 #include "platform/trace.h"
+#include "platform/unique_handle.h"
 #include "transport/exchange.h"
+#include "transport/manual_requests.h"
 #include "transport/messages.h"
 
 namespace KorvuISD {

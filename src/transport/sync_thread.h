@@ -1,12 +1,13 @@
 // The library's one background thread: it receives, sends, and reconnects.
 #pragma once
 
-#include <windows.h>
-
 #include <memory>
+
+#include <windows.h>
 
 #include "platform/call_frame.h"
 #include "platform/shutdown_signal.h"
+#include "platform/thread_annotations.h"
 #include "transport/connection_owner.h"
 #include "transport/outbound_queue.h"
 #include "transport/pipe_pair.h"
