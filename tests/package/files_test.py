@@ -28,6 +28,7 @@ PROMISED = [
     DOC + 'docs/architecture.md',
     DOC + 'docs/settings-panel.md',
     DOC + 'docs/images/panel-radial.png',
+    DOC + 'bindings/node/README.md',
     DOC + 'tools/settings-panel/main_window.cpp',
     DOC + 'tools/settings-service/README.md',
     DOC + 'tools/shared/settings_table.cpp',
