@@ -25,6 +25,7 @@ class Receipts {
   #hub;
   #next = [];     // called since the fence was sent
   #round;         // those that the fence and the reads are about
+  #requests = new Set();  // of the application's own
   #latest = new Map();  // setting to the receipt of its latest change
 
   constructor(hub) {
@@ -47,30 +48,39 @@ class Receipts {
     });
   }
 
-  // Sends a manual request of the application's own. One with the fence's text waits for its turn.
-  request(message, onAnswer) {
-    if (message !== kFence) {
-      this.#hub.request(message, onAnswer);
-      return;
-    }
-    this.#next.push({ isSettled: false, onFence: onAnswer });
-    this.#begin();
+  // Sends a manual request of the application's own, and resolves with its answer. One with the
+  // fence's text waits for its turn.
+  request(message, timeoutMs) {
+    return new Promise((resolve, reject) => {
+      const request = { what: 'request', resolve, reject, isSettled: false };
+      request.timer = startTimer(timeoutMs, () => this.#settle(request, () => {
+        throw new KorvuError('ERR_KORVU_TIMED_OUT', `request: not answered within ${timeoutMs} ms`);
+      }));
+      const onAnswer = (requestPart, value) => {
+        this.#requests.delete(request);
+        this.#settle(request, () => ({ requestPart, value }));
+      };
+      this.#requests.add(request);
+      if (message === kFence) {
+        this.#next.push({ isSettled: false, onFence: onAnswer });
+        this.#begin();
+      } else {
+        this.#hub.request(message, onAnswer);
+      }
+    });
   }
 
   // All that is open is rejected: there is no connection any more that could confirm it.
   close() {
-    const open = [...this.#round ?? [], ...this.#next];
+    const open = [...this.#requests, ...this.#round ?? [], ...this.#next];
+    this.#requests.clear();
     this.#round = undefined;
     this.#next = [];
-    for (const receipt of open) {
-      if (receipt.onFence) {
-        receipt.onFence('', '');
-      } else {
-        this.#settle(receipt, () => {
-          throw new KorvuError(
-              'ERR_KORVU_CLOSED', `${receipt.what}: closed before the service had confirmed it`);
-        });
-      }
+    for (const receipt of open.filter(({ onFence }) => !onFence)) {
+      this.#settle(receipt, () => {
+        throw new KorvuError(
+            'ERR_KORVU_CLOSED', `${receipt.what}: closed before the service had confirmed it`);
+      });
     }
   }
 

@@ -6,7 +6,6 @@ const { KeyCapture } = require('./capture.js');
 const { KorvuError } = require('./errors.js');
 const { EventReceipts } = require('./event_receipts.js');
 const { connection, hub, receipts } = require('./process.js');
-const { startTimer } = require('./receipts.js');
 const { setters } = require('./setters.js');
 const { Values } = require('./values.js');
 const { Watch } = require('./watch.js');
@@ -149,14 +148,7 @@ class Settings extends EventEmitter {
   async request(message, options) {
     text('message', message);
     const timeoutMs = this.#checkedTimeout('request', options, kHighestApiVersion);
-    return new Promise((resolve, reject) => {
-      const timer = startTimer(timeoutMs, () => reject(new KorvuError(
-          'ERR_KORVU_TIMED_OUT', `request: not answered within ${timeoutMs} ms`)));
-      receipts.request(message, (requestPart, value) => {
-        clearTimeout(timer);
-        resolve({ requestPart, value });
-      });
-    });
+    return receipts.request(message, timeoutMs);
   }
 
   async read(key, options) {
@@ -255,7 +247,7 @@ class Settings extends EventEmitter {
     if (event.name === 'capturedKeystrokes' && activeCapture?.owner === this) {
       activeCapture.capture.receive(value);
     }
-    this.emit(event.name, value);
+    this.#emitSafely(event.name, value);
   }
 
   #onWatch(isThere) {
@@ -266,10 +258,11 @@ class Settings extends EventEmitter {
     this.#emitSafely(isThere ? 'connected' : 'lost');
   }
 
-  // A listener's exception is the program's affair, and not that of whoever has called us.
-  #emitSafely(name) {
+  // A listener's exception is an uncaught one, as from any other event, and not the affair of whoever
+  // has called us: what comes behind is still delivered if the program goes on.
+  #emitSafely(name, ...values) {
     try {
-      this.emit(name);
+      this.emit(name, ...values);
     } catch (error) {
       queueMicrotask(() => { throw error; });
     }

@@ -28,12 +28,12 @@ constexpr size_t kCaptureCapacity = size_t{1} << 20;
 
 constexpr size_t kMostArguments = 8;
 
-// The script's side of the environment that has the addon. There is one in a process: letters go to
-// one script.
+// The environment of Node that has the addon. There is one in a process: letters go to one script.
 struct Environment {
-  std::atomic<bool> isTaken = false;
-  napi_env env = nullptr;  // this and the rest: on its thread only
-  napi_threadsafe_function wake = nullptr;
+  // An environment has one event loop. Null while none has the addon.
+  std::atomic<uv_loop_s*> loop = nullptr;
+  napi_threadsafe_function wake = nullptr;  // this and the rest: on its thread only
+  napi_env env = nullptr;                   // of the first time that it loaded the addon
   napi_ref exports = nullptr;
 };
 Environment environment;
@@ -230,7 +230,7 @@ napi_value Start(napi_env env, napi_callback_info info) noexcept {
 void OnEnvironmentEnds(void*) noexcept {
   environment.exports = nullptr;
   environment.env = nullptr;
-  environment.isTaken = false;
+  environment.loop = nullptr;
 }
 
 void AddFunctions(napi_env env, napi_value exports) {
@@ -262,19 +262,22 @@ void Throw(napi_env env, const char* code, const std::string& message) {
 }
 
 napi_value Init(napi_env env, napi_value exports) {
-  if (environment.isTaken.exchange(true)) {
+  uv_loop_s* loop = nullptr;
+  nodeApi.napi_get_uv_event_loop(env, &loop);
+  uv_loop_s* taker = nullptr;
+  if (!environment.loop.compare_exchange_strong(taker, loop)) {
+    if (taker != loop) {
+      Throw(env, "ERR_KORVU_WORKER_THREAD",
+            "korvu-settings is in use in another thread of this process; one thread can have it");
+      return nullptr;
+    }
     // Loaded once more by the same script: it is to meet itself, with what it knows.
     napi_value first = nullptr;
-    if (env == environment.env) {
-      nodeApi.napi_get_reference_value(env, environment.exports, &first);
-      return first;
-    }
-    Throw(env, "ERR_KORVU_WORKER_THREAD",
-          "korvu-settings is in use in another thread of this process; one thread can have it");
-    return nullptr;
+    nodeApi.napi_get_reference_value(environment.env, environment.exports, &first);
+    return first;
   }
   if (const std::string problem = LoadLibraryBesideAddon(); !problem.empty()) {
-    environment.isTaken = false;
+    environment.loop = nullptr;
     Throw(env, "ERR_KORVU_LIBRARY", problem);
     return nullptr;
   }

@@ -1,12 +1,17 @@
 // A service and a connected Settings object for one test.
 
 import { Settings } from 'korvu-settings';
+import processWide from '../../lib/process.js';
 import { Service } from './service.mjs';
 
 export async function withService(body) {
   const service = await Service.start();
   try {
     return await body(service);
+  } catch (error) {
+    // What the failed test has left open is not to keep the process.
+    processWide.hub.native.hold(false);
+    throw error;
   } finally {
     await service.stop();
   }

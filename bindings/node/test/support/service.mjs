@@ -11,6 +11,7 @@ export class Service {
   #lines = [];
   #unfinished = '';
   #onLine = () => {};
+  #hasEnded = false;
 
   static async start() {
     const service = new Service();
@@ -26,12 +27,17 @@ export class Service {
       this.#lines.push(...lines);
       this.#onLine();
     });
+    this.#process.on('exit', () => {
+      this.#hasEnded = true;
+      this.#onLine();
+    });
     const line = await this.#readLine();
     if (line !== 'ready') throw new Error(`the service printed "${line}"`);
   }
 
   async #readLine() {
     while (this.#lines.length === 0) {
+      if (this.#hasEnded) throw new Error('the service has ended');
       await patience(new Promise((resolve) => { this.#onLine = resolve; }), 'the service to answer');
     }
     return this.#lines.shift();
@@ -60,13 +66,13 @@ export class Service {
   }
 
   async stop() {
-    if (this.#process.exitCode !== null || this.#process.signalCode !== null) return;
+    if (this.#hasEnded) return;
     this.#process.stdin.end();
     await this.#ended();
   }
 
   async #ended() {
-    if (this.#process.exitCode !== null || this.#process.signalCode !== null) return;
+    if (this.#hasEnded) return;
     await patience(once(this.#process, 'exit'), 'the service to end');
   }
 }
