@@ -21,6 +21,7 @@ class Connection {
   #waiting = new Map();  // member to { deadline, resolve, reject }
   #members = new Set();
   #attempt;   // the promise of the attempt that is under way
+  #piece;     // the promise of its latest piece
   #shutdown;  // the promise of the shutdown that is under way
   #isOpen = false;
   #apiVersion;
@@ -96,7 +97,8 @@ class Connection {
       if (this.#waiting.size === 0) break;
       const begin = performance.now();
       const pieceMs = Math.ceil(Math.min(kLongestPieceMs, Math.max(1, this.#timeLeft(begin))));
-      const [result] = await this.#hub.run('connect', pieceMs);
+      this.#piece = this.#hub.run('connect', pieceMs);
+      const [result] = await this.#piece;
       this.#isOpen = result === 0;
       if (this.#isOpen) break;
       this.#giveUp();
@@ -149,7 +151,8 @@ class Connection {
     } else {
       await this.#unregister(member);
     }
-    await this.#attempt;
+    // One that connects just now has nobody any more, and is shut down at its end.
+    if (isLast && this.#attempt) await this.#piece;
     await this.#endIfUnused();
   }
 

@@ -2,7 +2,9 @@
 // Loads the addon. Its functions return at once:
 //
 //   nextNumber()                        a number for a registration, request or task
-//   start(onLetters), take(fieldLimit)  letters: [kind, address, fields]; see hub.js
+//   start(onLetters)                    called when letters have come
+//   take(fieldLimit, mayEnd)            letters: [kind, address, fields]; see hub.js. If there are none
+//                                       and mayEnd is true, the next one calls onLetters again
 //   hold(isHeld)                        whether the addon keeps the process alive
 //   buildMenuButtonId(menu, button), getMenuIndex(id), getButtonIndex(id)
 //   sendManual(request, message)        answered by a letter

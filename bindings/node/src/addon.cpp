@@ -55,9 +55,10 @@ napi_value NextNumber(napi_env env, Arguments&) {
   return ToValue(env, static_cast<double>(++lastNumber));
 }
 
-// (fieldLimit): the next letters.
+// (fieldLimit, mayEnd): the next letters.
 napi_value Take(napi_env env, Arguments& arguments) {
-  const std::vector<Letter> letters = TheMailbox().Take(arguments.Uint32());
+  const size_t fieldLimit = arguments.Uint32();
+  const std::vector<Letter> letters = TheMailbox().Take(fieldLimit, arguments.Bool());
   napi_value taken = nullptr;
   nodeApi.napi_create_array_with_length(env, letters.size(), &taken);
   uint32_t index = 0;

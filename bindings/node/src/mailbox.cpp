@@ -27,7 +27,7 @@ void Mailbox::Post(Letter letter) {
       nodeApi.napi_call_threadsafe_function(wake, nullptr, napi_tsfn_nonblocking) == napi_ok;
 }
 
-std::vector<Letter> Mailbox::Take(size_t fieldLimit) {
+std::vector<Letter> Mailbox::Take(size_t fieldLimit, bool mayEnd) {
   std::vector<Letter> taken;
   size_t fieldCount = 0;
   const std::lock_guard lock(mutex);
@@ -36,7 +36,7 @@ std::vector<Letter> Mailbox::Take(size_t fieldLimit) {
     taken.push_back(std::move(letters.front()));
     letters.pop_front();
   }
-  if (taken.empty()) isWakeUnderway = false;
+  if (taken.empty() && mayEnd) isWakeUnderway = false;
   return taken;
 }
 

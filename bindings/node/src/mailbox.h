@@ -2,7 +2,8 @@
 //
 // Any thread posts, and never waits for the script: neither for it to read, nor for room. However
 // many letters come in a row, the script's thread is woken once, and takes them in portions that
-// it chooses; it is woken again by the first letter after it has found the mailbox empty.
+// it chooses; it is woken again by the first letter after it has found the mailbox empty and wants
+// to be woken.
 #pragma once
 
 #include <cstddef>
@@ -25,8 +26,8 @@ class Mailbox {
   void Post(Letter letter);
 
   // The next letters, at least one if there is one, and no more once they have `fieldLimit` fields
-  // together. Script's thread.
-  std::vector<Letter> Take(size_t fieldLimit);
+  // together. If there is none and `mayEnd`, the next one wakes again. Script's thread.
+  std::vector<Letter> Take(size_t fieldLimit, bool mayEnd);
 
  private:
   std::mutex mutex;  // a leaf; guards all that follows

@@ -6,7 +6,7 @@ import { Settings } from 'korvu-settings';
 import processWide from '../lib/process.js';
 import { connected, withService } from './support/fixture.mjs';
 import { Service } from './support/service.mjs';
-import { next, pause, until } from './support/wait.mjs';
+import { next, patience, pause, until } from './support/wait.mjs';
 
 test('several objects share the connection, and each is told', connected(
     async (first, service) => {
@@ -70,6 +70,21 @@ test('a service that comes up later is waited for', async () => {
   assert.equal(await settings.setTiltSensitivity(8, { timeoutMs: 60_000 }), 8);
   await settings.close();
   await service.stop();
+});
+
+test('closing does not wait for what others wait for', async () => {
+  const waiting = new Settings();
+  const rejected = assert.rejects(
+      waiting.connect({ timeoutMs: Infinity }), { code: 'ERR_KORVU_CLOSED' });
+  const closing = new Settings();
+  const early = assert.rejects(
+      closing.connect({ timeoutMs: Infinity }), { code: 'ERR_KORVU_CLOSED' });
+  await patience(closing.close(), 'the end of one object');
+  await early;
+  const closed = waiting.close();
+  const again = closing.connect({ timeoutMs: Infinity });
+  await patience(Promise.all([closed, rejected]), 'the end of the other');
+  await Promise.all([assert.rejects(again, { code: 'ERR_KORVU_CLOSED' }), closing.close()]);
 });
 
 test('half a service takes no connection, and is none in time', () => withService(async (service) => {
