@@ -250,7 +250,8 @@ export interface SettingsOptions {
    * are connected at the same time have the same. Below 9 the library has no manual requests:
    * request(), read(), ready() and watchIntervalMs are not open, and a setter's receipt is the event
    * alone. One that changes nothing brings no event, so it resolves at once if the value is known to
-   * stand, and runs into its time-out otherwise.
+   * stand, and runs into its time-out otherwise. The event of a wedge does not tell which: there that
+   * of another wedge with the same function counts, too.
    */
   apiVersion?: number;
   /** How long a setter or request waits to be confirmed, in milliseconds; 10000 by default. */

@@ -45,6 +45,8 @@ const monitors = ([selected, ...texts]) => Object.freeze({
 
 // `keyOf`: of which of several things the event tells; `values` then has the last of each.
 // `isPassing`: what happened, rather than what is: `values` does not have it.
+// `isPerConnection`: it comes for every value that arrives, changed or not, and so once with each
+// connection that is opened.
 const events = [
   { name: 'versions', read: versions },
   { name: 'penInfo', read: pen, keyOf: (value) => value.serialNumber },
@@ -60,21 +62,21 @@ const events = [
   { name: 'centerRightClick', read: number },
   { name: 'capturedKeystrokes', read: text, isPassing: true },
   { name: 'displayZoomMap', read: zoomMap },
-  { name: 'runAppOptions', read: options },
-  { name: 'topButtonSingleOptions', read: options },
-  { name: 'topButtonDoubleOptions', read: options },
-  { name: 'topButtonLongOptions', read: options },
-  { name: 'sideSwitchOptions', read: options },
+  { name: 'runAppOptions', read: options, isPerConnection: true },
+  { name: 'topButtonSingleOptions', read: options, isPerConnection: true },
+  { name: 'topButtonDoubleOptions', read: options, isPerConnection: true },
+  { name: 'topButtonLongOptions', read: options, isPerConnection: true },
+  { name: 'sideSwitchOptions', read: options, isPerConnection: true },
   { name: 'firstRange', read: range },
   { name: 'secondRange', read: range },
-  { name: 'radialWedgeOptions', read: options },
+  { name: 'radialWedgeOptions', read: options, isPerConnection: true },
   { name: 'wedgeCapacity', read: number },
   { name: 'opaqueEnabledGlobal', read: number },
   { name: 'opaqueDisplayPath', read: text },
   { name: 'opaqueOrientation', read: number },
   { name: 'opaqueInputMode', read: number },
   { name: 'opaqueMapping', read: number },
-  { name: 'monitorOptions', read: monitors },
+  { name: 'monitorOptions', read: monitors, isPerConnection: true },
   { name: 'radialWedgeEx', read: button },
   {
     name: 'radialZonesCount',
@@ -82,13 +84,14 @@ const events = [
     keyOf: (value) => value.ring,
   },
   { name: 'autoExecuteButton', read: button },
-  { name: 'autoUndockOptions', read: options },
+  { name: 'autoUndockOptions', read: options, isPerConnection: true },
   { name: 'penDockPowerSaving', read: number },
   { name: 'penAlertEnabled', read: number },
   {
     name: 'featureSupport',
     read: ([feature, supported]) => Object.freeze({ feature, supported }),
     keyOf: (value) => value.feature,
+    isPerConnection: true,
   },
   { name: 'opaqueInSetupGuide', read: number },
   { name: 'opaqueRememberDisplay', read: number },

@@ -15,6 +15,10 @@
 // One fence at a time: requests with the same text are answered together, by the first one sent. For
 // the same reason the reads wait for the fence: an older request for the same key may still be queued
 // before it. A change that is called meanwhile goes to the library at once, and into the next round.
+//
+// What is called while there is no connection is discarded when one opens, and a fence that is sent
+// right then confirms nothing of it. So values that each connection brings put whatever is open in
+// doubt: if something else is stored, it was lost rather than not taken.
 
 const { KorvuError } = require('./errors.js');
 const { kConnectionProbe, keys, valueRequest } = require('./keys.js');
@@ -37,7 +41,7 @@ class Receipts {
   add({ what, reads, setting, judge, timeoutMs }) {
     return new Promise((resolve, reject) => {
       const receipt = { what, reads, setting, judge, resolve, reject, isSettled: false,
-                        hasSeenLoss: false };
+                        isInDoubt: false };
       receipt.timer = startTimer(timeoutMs, () => this.#settle(receipt, () => {
         throw new KorvuError(
             'ERR_KORVU_TIMED_OUT', `${what}: the service did not confirm it within ${timeoutMs} ms`);
@@ -68,6 +72,11 @@ class Receipts {
         this.#hub.request(message, onAnswer);
       }
     });
+  }
+
+  // A connection may have been opened since the changes that are open were called.
+  putInDoubt() {
+    for (const receipt of [...this.#round ?? [], ...this.#next]) receipt.isInDoubt = true;
   }
 
   // All that is open is rejected: there is no connection any more that could confirm it.
@@ -106,14 +115,14 @@ class Receipts {
     this.#read(round, receipts, value === '');
   }
 
-  #read(round, receipts, isInDoubt) {
+  #read(round, receipts, isProbed) {
     const stored = new Map();  // key to its value, or undefined after a loss
     const wanted = new Set(receipts.flatMap(({ reads }) => reads));
     let unanswered = wanted.size;
     const onRead = () => {
       if (this.#round !== round) return;
       const isEmpty = [...stored.values()].some((value) => value === '' || value === undefined);
-      if (!isEmpty && !isInDoubt) {
+      if (!isEmpty && !isProbed) {
         this.#judge(round, receipts, stored);
         return;
       }
@@ -146,8 +155,7 @@ class Receipts {
         try {
           return receipt.judge(texts, isOvertaken);
         } catch (error) {
-          // It was on its way when a connection was lost, and so it may have been lost, too.
-          throw receipt.hasSeenLoss ? lost(receipt) : error;
+          throw receipt.isInDoubt ? lost(receipt) : error;
         }
       });
     }
@@ -157,7 +165,7 @@ class Receipts {
   // These have been lost; what was called meanwhile may have been.
   #onLoss(receipts) {
     for (const receipt of receipts) this.#settle(receipt, () => { throw lost(receipt); });
-    for (const receipt of this.#next) receipt.hasSeenLoss = true;
+    this.putInDoubt();
   }
 
   #end() {

@@ -238,6 +238,7 @@ class Settings extends EventEmitter {
 
   #receive(event, value) {
     connection.remember(event, value);
+    if (event.isPerConnection) receipts.putInDoubt();
     this.#tell(event, value);
   }
 

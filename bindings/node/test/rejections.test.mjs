@@ -173,14 +173,13 @@ test('the API version does not open it', async () => {
 
 test('below API version 9 a change without an event is not confirmed in time', connected(
     async (settings, service) => {
-      const id = menuButtonId(0, 0);
-      const key = 'ButtonRadialEast\\ButtonSingle\\ButtonFunction';
-      await service.command(`set ${key} 3`);
-      const changed = next(settings, 'radialWedgeEx', ({ function: code }) => code === 5);
-      await service.command(`set ${key} 5`);
+      // A function that no other wedge has: the event does not tell which one it is about.
+      const kFunction = -77;
+      const changed = next(settings, 'radialWedgeEx', ({ function: code }) => code === kFunction);
+      await service.command(`set ButtonRadialEast\\ButtonSingle\\ButtonFunction ${kFunction}`);
       await changed;
       await assert.rejects(
-          settings.setMenuOp(id, { function: 5 }, undefined, { timeoutMs: 30 }),
+          settings.setMenuOp(menuButtonId(0, 0), { function: kFunction }, null, { timeoutMs: 30 }),
           { code: 'ERR_KORVU_TIMED_OUT' });
     }, { apiVersion: 8 }));
 
