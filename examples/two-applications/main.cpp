@@ -7,6 +7,7 @@
 #include <iostream>
 #include <mutex>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -24,23 +25,24 @@ constexpr int32_t kFromFirst = 1001;
 constexpr int32_t kFromSecond = 1002;
 constexpr std::string_view kSecondApplication = "--second";
 
-// The latest value that the service has told of, from the library's thread to ours.
-class Latest {
+// All values that the service has told of, from the library's thread to ours. The latest would not
+// do: the next one may be there before we look.
+class Told {
  public:
-  void Put(int32_t newValue) {
+  void Add(int32_t value) {
     const std::lock_guard lock(mutex);
-    value = newValue;
+    values.insert(value);
     changed.notify_all();
   }
   bool WaitFor(int32_t wanted) {
     std::unique_lock lock(mutex);
-    return changed.wait_for(lock, 30s, [&] { return value == wanted; });
+    return changed.wait_for(lock, 30s, [&] { return values.contains(wanted); });
   }
 
  private:
   std::mutex mutex;
   std::condition_variable changed;
-  int32_t value = 0;
+  std::set<int32_t> values;
 };
 
 class Application {
@@ -56,12 +58,12 @@ class Application {
   // The service announces a change to all its clients, this one too.
   bool Set(int32_t value) {
     KorvuISD_SetTipSensitivity(value, 0);
-    if (!latest.WaitFor(value)) return Fail("the settings service did not take the change");
+    if (!told.WaitFor(value)) return Fail("the settings service did not take the change");
     return Say("set " + std::to_string(value));
   }
 
   bool WaitForOther(int32_t value) {
-    if (!latest.WaitFor(value)) return Fail("the other application changed nothing");
+    if (!told.WaitFor(value)) return Fail("the other application changed nothing");
     return Say("was told of " + std::to_string(value));
   }
 
@@ -77,12 +79,12 @@ class Application {
 
   korvu::Callbacks Callbacks() {
     korvu::Callbacks callbacks;
-    callbacks.OnPressureCurve = [this](int32_t value) { latest.Put(value); };
+    callbacks.OnPressureCurve = [this](int32_t value) { told.Add(value); };
     return callbacks;
   }
 
   const std::string name;
-  Latest latest;
+  Told told;
   korvu::Registration registration{Callbacks()};
   std::optional<korvu::Connection> connection;  // ends first: it was opened last
 };

@@ -137,12 +137,15 @@ bool IsChecked(HWND box) {
 }
 
 std::wstring ChosenIn(HWND list) {
+  // Longer than any name of a function: the list knows no limit, and may be filled anew at any
+  // time.
+  constexpr size_t kUnits = 1024;
   const LRESULT place = Ask(list, CB_GETCURSEL);
   if (place < 0) return {};
-  std::wstring text(static_cast<size_t>(Ask(list, CB_GETLBTEXTLEN, static_cast<WPARAM>(place))) + 1,
-                    L'\0');
-  Ask(list, CB_GETLBTEXT, static_cast<WPARAM>(place), reinterpret_cast<LPARAM>(text.data()));
-  text.pop_back();
+  std::wstring text(kUnits, L'\0');
+  const LRESULT length =
+      Ask(list, CB_GETLBTEXT, static_cast<WPARAM>(place), reinterpret_cast<LPARAM>(text.data()));
+  text.resize(length < 0 ? 0 : static_cast<size_t>(length));
   return text;
 }
 
