@@ -1,7 +1,7 @@
 // The applications that the service offers, and the setters that name one of them.
 
 #include <array>
-#include <atomic>
+#include <latch>
 #include <set>
 #include <thread>
 
@@ -125,18 +125,20 @@ TEST_F(ApplicationMap, IsFilledAndReadAtTheSameTime) {
   service.Forget();
   const size_t before = recorder.CountOf(kRunAppOptionsSlot);
 
-  std::atomic<bool> stop{false};
+  std::latch started{kThreads};
   std::vector<std::thread> threads;
   for (int i = 0; i < kThreads; ++i) {
     threads.emplace_back([&] {
       const Assignment paint(23, L"Paint");
-      // Bounded, so that the queue stays short enough to look through.
-      for (int call = 0; call < 100 && !stop; ++call) {
+      library.KorvuISD_SetEraserSinglePress(paint.Get(), 0);
+      started.count_down();
+      for (int call = 0; call < 100; ++call) {
         library.KorvuISD_SetEraserSinglePress(paint.Get(), 0);
         std::this_thread::yield();
       }
     });
   }
+  started.wait();
   for (size_t i = 1; i <= kLists; ++i) {
     service.AnnounceRaw(i % 2 ? LR"({"RunAppOptionsList":[{"odd":"Paint"}]})"
                               : LR"({"RunAppOptionsList":[{"even":"Paint"}]})");
@@ -146,7 +148,6 @@ TEST_F(ApplicationMap, IsFilledAndReadAtTheSameTime) {
   for (size_t i = 1; i <= kLists && allHandled; ++i) {
     allHandled = recorder.WaitForSlot(kRunAppOptionsSlot, before + i);
   }
-  stop = true;
   for (std::thread& thread : threads) thread.join();
   ASSERT_TRUE(allHandled);
 
