@@ -12,7 +12,7 @@
 namespace counts {
 
 extern bool g_isCharging;
-extern size_t pauses;  // since the row began; each leaves a few instructions in the count
+extern size_t g_pauses;  // since the row began; each leaves a few instructions in the count
 
 // They switch collecting as their last and first step.
 void BeginRow(const char* row);
@@ -24,7 +24,7 @@ class Uncharged {
   Uncharged() : wasCharging(g_isCharging) {
     if (wasCharging) CALLGRIND_TOGGLE_COLLECT;
     g_isCharging = false;
-    ++pauses;
+    ++g_pauses;
   }
   ~Uncharged() {
     g_isCharging = wasCharging;
