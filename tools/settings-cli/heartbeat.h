@@ -5,7 +5,6 @@
 // service is away is answered only when it returns, so silence counts as a loss as well.
 #pragma once
 
-#include <chrono>
 #include <optional>
 #include <string>
 

@@ -10,7 +10,7 @@
 
 #include "KorvuTabletSettingsAPI.h"
 #include "main_window.h"
-#include "model/letters.h"
+#include "model/changes.h"
 #include "model/mailbox.h"
 #include "options.h"
 

@@ -1,7 +1,6 @@
 #include "session.h"
 
 #include <algorithm>
-#include <cwchar>
 #include <utility>
 #include <variant>
 #include <vector>
