@@ -24,6 +24,8 @@ using Slots = KorvuISD_Callbacks;
 // compile.
 class HandledSetting {
  public:
+  // The rows below name the index alone.
+  // NOLINTNEXTLINE(google-explicit-constructor)
   consteval HandledSetting(int32_t index) : index(index) {
     if (IsPathOrKeystrokes(index)) throw "a path or keystrokes are not requested";
   }

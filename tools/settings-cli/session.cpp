@@ -99,6 +99,7 @@ std::vector<std::optional<std::wstring>> Session::Ask(std::span<const std::wstri
   const uint64_t probe = Post(std::wstring(kConnectionProbe));
 
   std::vector<std::optional<std::wstring>> replies;
+  replies.reserve(requests.size());
   for (const uint64_t request : requests) replies.emplace_back(Await(request).value);
   if (Await(probe).value.empty()) {
     for (std::optional<std::wstring>& reply : replies) {

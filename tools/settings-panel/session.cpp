@@ -174,7 +174,8 @@ void Session::FinishKeyCapture(const AssignmentTarget& target) {
   link.Do([&mailbox = mailbox] {
     std::wstring buffer(KORVUISD_NAME_CAPACITY, L'\0');
     KorvuISD_FinishKeyCapture(buffer.data(), buffer.size() - 1);
-    mailbox.Put(KeySequence{buffer.c_str()});
+    buffer.resize(buffer.find(L'\0'));
+    mailbox.Put(KeySequence{std::move(buffer)});
   });
 }
 

@@ -26,6 +26,7 @@ using Values = std::vector<std::optional<std::wstring>>;
 Values ReadValues(Session& session, const std::vector<size_t>& keys) {
   session.WaitForValues();
   std::vector<std::wstring> requests;
+  requests.reserve(keys.size());
   for (const size_t key : keys) requests.push_back(ValueRequest(key));
   return session.Ask(requests);
 }
@@ -66,6 +67,7 @@ std::string AsTable(const std::vector<size_t>& keys, const Values& values) {
 
 std::vector<size_t> FindKeys(const std::vector<std::string>& names) {
   std::vector<size_t> keys;
+  keys.reserve(names.size());
   for (const std::string& name : names) keys.push_back(FindKey(name));
   return keys;
 }

@@ -37,6 +37,7 @@ std::optional<Pen> PenInValues(Session& session) {
                                 kPenVendorIdKey, kPenInProximityKey, kFirmwareVersionKey,
                                 kSensorIdKey,    kPenIsDockedKey};
   std::vector<std::wstring> requests;
+  requests.reserve(kPenKeys.size());
   for (const KeyIndex key : kPenKeys) requests.push_back(ValueRequest(key));
   const auto replies = session.Ask(requests);
   const auto value = [&](size_t at) { return replies[at].value_or(std::wstring()); };

@@ -5,6 +5,7 @@
 #include <ctime>
 #include <optional>
 #include <string>
+#include <utility>
 #include <variant>
 
 #include <fmt/core.h>
@@ -56,8 +57,8 @@ std::string UtcTimeText(Time time) {
 
 class Watch {
  public:
-  Watch(Session& session, Terminal& terminal, const WatchOptions& options, Duration duration)
-      : session(session), terminal(terminal), options(options), duration(duration) {}
+  Watch(Session& session, Terminal& terminal, WatchOptions options, Duration duration)
+      : session(session), terminal(terminal), options(std::move(options)), duration(duration) {}
 
   ExitCode Run();
 

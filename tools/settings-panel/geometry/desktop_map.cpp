@@ -23,10 +23,10 @@ DesktopMap::DesktopMap(const Box& box, const std::vector<ZoomArea>& shown) : box
   double bottom = right;
   left = top = std::numeric_limits<double>::max();
   for (const ZoomArea& area : shown) {
-    left = std::min<double>({left, double(area.left), double(area.right)});
-    right = std::max<double>({right, double(area.left), double(area.right)});
-    top = std::min<double>({top, double(area.top), double(area.bottom)});
-    bottom = std::max<double>({bottom, double(area.top), double(area.bottom)});
+    left = std::min({left, static_cast<double>(area.left), static_cast<double>(area.right)});
+    right = std::max({right, static_cast<double>(area.left), static_cast<double>(area.right)});
+    top = std::min({top, static_cast<double>(area.top), static_cast<double>(area.bottom)});
+    bottom = std::max({bottom, static_cast<double>(area.top), static_cast<double>(area.bottom)});
   }
   const double width = std::max(1.0, right - left);
   const double height = std::max(1.0, bottom - top);

@@ -107,8 +107,10 @@ class RadialPage : public Page {
   }
 
   std::vector<std::wstring> NamesOf(int ring) const {
+    const int count = CountOf(ring);
     std::vector<std::wstring> names;
-    for (int wedge = 0; wedge < CountOf(ring); ++wedge) {
+    names.reserve(static_cast<size_t>(count));
+    for (int wedge = 0; wedge < count; ++wedge) {
       names.push_back(
           GetSession().Values().AssignmentOf(WedgeTarget(ring, wedge).functionKey).function.name);
     }

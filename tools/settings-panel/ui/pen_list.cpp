@@ -68,6 +68,7 @@ void PenList::SetLook(const Look& newLook) {
 
 void PenList::SetShown(const std::map<std::wstring, Pen>& pens, bool isDockThere) {
   std::vector<Line> wanted;
+  wanted.reserve(pens.size());
   for (const auto& [serialNumber, pen] : pens) wanted.push_back(LineOf(pen));
   if (wanted == lines && isDockThere == hasDock) return;
   hasDock = isDockThere;
