@@ -5,7 +5,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 scripts/setup.sh test
-cmake --preset linux-simulation >/dev/null
-cmake --build --preset linux-simulation >/dev/null
+cmake --preset linux-asan >/dev/null
+cmake --build --preset linux-asan --target korvu_simulation >/dev/null
 exec python3 tests/simulation/planted/plant.py build/planted \
-  build/linux-simulation/bin/korvu_simulation "$@"
+  build/linux-asan/bin/korvu_simulation "$@"

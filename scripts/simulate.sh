@@ -6,9 +6,9 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 scripts/setup.sh test
-cmake --preset linux-simulation >/dev/null
-cmake --build --preset linux-simulation >build/linux-simulation/build.log || {
-  tail -n 40 build/linux-simulation/build.log >&2
+cmake --preset linux-asan >/dev/null
+cmake --build --preset linux-asan --target korvu_simulation >build/linux-asan/simulation.log || {
+  tail -n 40 build/linux-asan/simulation.log >&2
   exit 2
 }
-exec build/linux-simulation/bin/korvu_simulation --jobs "$(nproc)" "$@"
+exec build/linux-asan/bin/korvu_simulation --jobs "$(nproc)" "$@"

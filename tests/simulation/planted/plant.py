@@ -41,7 +41,7 @@ def changed(name, changes):
 
 
 def build(tree):
-    command = ["cmake", "--build", "--preset", "linux-simulation", "--target", "korvu_simulated_library"]
+    command = ["cmake", "--build", "--preset", "linux-asan", "--target", "korvu_simulated_library"]
     return subprocess.run(command, cwd=tree, capture_output=True, text=True)
 
 
@@ -59,7 +59,7 @@ def configure(tree):
             shutil.copytree(source, tree / part, copy_function=copy_if_changed, dirs_exist_ok=True)
         else:
             copy_if_changed(source, tree / part)
-    command = ["cmake", "--preset", "linux-simulation"]
+    command = ["cmake", "--preset", "linux-asan"]
     subprocess.run(command, cwd=tree, check=True, capture_output=True)
 
 
@@ -76,7 +76,7 @@ def main():
     wanted = sys.argv[3:] or [""]
     tree.mkdir(parents=True, exist_ok=True)
     configure(tree)
-    library = str(tree / "build/linux-simulation/bin/korvu_simulated_library.so")
+    library = str(tree / "build/linux-asan/bin/korvu_simulated_library.so")
     faults = [fault for fault in read_table() if any(text in fault[0] for text in wanted)]
     found = 0
     missed = 0
