@@ -1,7 +1,14 @@
 #!/usr/bin/env bash
 # reproduce.sh [COMMIT]: builds the DLL in two folders of different names, and succeeds if both are
-# the same to the byte. Takes the sources of the commit, or as they are.
+# the same to the byte. Takes the sources of the commit, or as they are. reproduce.sh --like FOLDER:
+# builds it once, and compares it with the release build of these sources whose DLL is in FOLDER.
 set -euo pipefail
+
+like=
+if [ "${1:-}" = --like ]; then
+  like=$(realpath "$2")
+  shift 2
+fi
 cd "$(dirname "$0")/.."
 
 work=$(mktemp -d)
@@ -14,18 +21,29 @@ else
   tar --create --file "$work/sources.tar" "${sources[@]}"
 fi
 
-for folder in one a/folder/with/a/longer/name; do
-  mkdir -p "$work/$folder"
-  tar --extract --file "$work/sources.tar" --directory "$work/$folder"
-  cmake -S "$work/$folder" -B "$work/$folder/build" -G Ninja \
-    -DCMAKE_TOOLCHAIN_FILE="$work/$folder/cmake/toolchains/mingw.cmake" -DCMAKE_BUILD_TYPE=Release \
+# build FOLDER: in $work/FOLDER; its DLL is in build/bin/ there.
+build() {
+  local tree=$work/$1
+  mkdir -p "$tree"
+  tar --extract --file "$work/sources.tar" --directory "$tree"
+  cmake -S "$tree" -B "$tree/build" -G Ninja \
+    -DCMAKE_TOOLCHAIN_FILE="$tree/cmake/toolchains/mingw.cmake" -DCMAKE_BUILD_TYPE=Release \
     -DKORVU_BUILD_TOOLS=OFF -DKORVU_BUILD_EXAMPLES=OFF -DKORVU_BUILD_TESTS=OFF >/dev/null
-  cmake --build "$work/$folder/build" --target KorvuTabletSettingsAPI -- -j "${JOBS:-$(nproc)}" >/dev/null
-  (cd "$work/$folder/build/bin" && sha256sum KorvuTabletSettingsAPI.dll*) | tee "$work/sums"
-  if [ -e "$work/first" ] && ! cmp "$work/first" "$work/sums"; then
-    echo "reproduce: the two builds differ" >&2
-    exit 1
-  fi
-  mv "$work/sums" "$work/first"
-done
+  cmake --build "$tree/build" --target KorvuTabletSettingsAPI -- -j "${JOBS:-$(nproc)}" >/dev/null
+}
+
+# sums FOLDER: of the DLL and its symbols.
+sums() { (cd "$1" && sha256sum KorvuTabletSettingsAPI.dll*); }
+
+if [ -z "$like" ]; then
+  build one
+  like=$work/one/build/bin
+fi
+sums "$like" | tee "$work/first"
+build a/folder/with/a/longer/name
+sums "$work/a/folder/with/a/longer/name/build/bin" | tee "$work/second"
+if ! cmp "$work/first" "$work/second"; then
+  echo "reproduce: the two builds differ" >&2
+  exit 1
+fi
 echo "reproduce: the two builds are the same"
