@@ -188,7 +188,10 @@ class Settings extends EventEmitter {
   }
 
   async setLogLevel(level) {
-    await hub.run('setLogLevel', integer('level', level, 0, 3));
+    integer('level', level, 0, 3);
+    hub.hold(true);  // without a connection, nothing else keeps the process alive until it is done
+    await hub.run('setLogLevel', level);
+    hub.hold(false);
   }
 
   #checkedTimeout(what, options, since) {

@@ -88,6 +88,10 @@ const states = {
   'by itself, without a service': async () => {
     await ignore(settings.connect({ timeoutMs: 10 }));
   },
+  'by itself, without a service, after the log level was taken': async () => {
+    await settings.setLogLevel(0);
+    await settings.setLogLevel(0);
+  },
   'by itself, unreferenced': async () => {
     await connect();
     await settings.ready({ timeoutMs: 60_000 });
