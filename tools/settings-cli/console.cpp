@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <memory>
 #include <span>
-#include <thread>
 
 #include <windows.h>
 #include <shellapi.h>
@@ -14,6 +13,7 @@
 #include "settings-cli/exit_code.h"
 #include "settings-cli/inbox.h"
 #include "settings-cli/text.h"
+#include "shared/start_thread.h"
 
 namespace tool::cli {
 namespace {
@@ -135,7 +135,7 @@ void WatchForInterrupt() {
 
 void WatchForEnter() {
   // Nobody ends this thread: a read of the standard input cannot be ended, but by the process.
-  std::thread([] {
+  StartThread([] {
     const HANDLE input = GetStdHandle(STD_INPUT_HANDLE);
     for (;;) {
       char byte = 0;
@@ -143,7 +143,7 @@ void WatchForEnter() {
       if (!ReadFile(input, &byte, 1, &count, nullptr) || count == 0) return;
       if (byte == '\n' || byte == '\r') return TheInbox().Put(EnterPressed{});
     }
-  }).detach();
+  });
 }
 
 }  // namespace tool::cli

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <string_view>
-#include <thread>
 #include <utility>
 #include <variant>
 
@@ -13,6 +12,7 @@
 #include "settings-cli/exit_code.h"
 #include "settings-cli/service_diagnosis.h"
 #include "shared/keys.h"
+#include "shared/start_thread.h"
 
 namespace tool::cli {
 namespace {
@@ -47,10 +47,10 @@ Session::~Session() {
   if (!isConnected) return;
   // While the service is away the library first ends its attempt to reconnect, for up to 30 s. So
   // this happens on a thread that the end of the process may cut off; nothing is lost by that.
-  std::thread([] {
+  StartThread([] {
     KorvuISD_Shutdown();
     TheInbox().Put(ShutdownEnded{});
-  }).detach();
+  });
   TheInbox().ForgetInterrupt();
   const Clock::time_point deadline = Clock::now() + kShutdownLimit;
   for (;;) {
@@ -64,7 +64,7 @@ void Session::Connect(std::chrono::milliseconds timeout) {
   // On a thread of its own, so that Ctrl+C need not wait for the time-out.
   // To the library 0 means without end; to our users it means to try once.
   const auto timeoutMs = static_cast<uint32_t>(std::max<int64_t>(timeout.count(), 1));
-  std::thread([timeoutMs] { TheInbox().Put(ConnectEnded{KorvuISD_Connect(timeoutMs)}); }).detach();
+  StartThread([timeoutMs] { TheInbox().Put(ConnectEnded{KorvuISD_Connect(timeoutMs)}); });
 
   while (!isConnected) {
     Delivery delivery = TheInbox().Take(Clock::time_point::max());

@@ -7,7 +7,6 @@
 #include <mutex>
 #include <optional>
 #include <string>
-#include <thread>
 #include <utility>
 
 #include "KorvuTabletSettingsAPI.h"
@@ -15,6 +14,7 @@
 #include "korvu/settings.hpp"
 #include "model/letters.h"
 #include "shared/keys.h"
+#include "shared/start_thread.h"
 
 namespace tool::panel {
 namespace {
@@ -112,14 +112,14 @@ void KORVUISD_CALL OnLastValue(void*, const wchar_t*, size_t* partLengths, size_
 
 ServiceLink::ServiceLink(Mailbox& mailbox) {
   g_mailbox = &mailbox;
-  std::thread([&mailbox] {
+  StartThread([&mailbox] {
     // It lasts as long as the process.
     static const korvu::Registration& registration =
         *new korvu::Registration(CallbacksInto(mailbox));
     static_cast<void>(registration);
-    std::thread(Connect).detach();
+    StartThread(Connect);
     TheCalls().Run();
-  }).detach();
+  });
 }
 
 void ServiceLink::Do(std::function<void()> call) {
@@ -157,7 +157,7 @@ void ServiceLink::End() {
   std::unique_lock lock(open.mutex);
   open.isEnding = true;
   if (!open.connection) return;
-  std::thread([&open] {
+  StartThread([&open] {
     std::optional<korvu::Connection> connection;
     {
       const std::lock_guard taking(open.mutex);
@@ -167,7 +167,7 @@ void ServiceLink::End() {
     const std::lock_guard ended(open.mutex);
     open.hasEnded = true;
     open.changed.notify_all();
-  }).detach();
+  });
   open.changed.wait_for(lock, kEndLimit, [&] { return open.hasEnded; });
 }
 

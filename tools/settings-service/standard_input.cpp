@@ -3,12 +3,12 @@
 #include <array>
 #include <cstddef>
 #include <string_view>
-#include <thread>
 #include <utility>
 
 #include <windows.h>
 
 #include "settings-service/text.h"
+#include "shared/start_thread.h"
 
 namespace tool::service {
 namespace {
@@ -80,10 +80,10 @@ bool StandardInput::Lines::AreAtEnd() {
 
 StandardInput::StandardInput(std::shared_ptr<CompletionPort> port)
     : lines(std::make_shared<Lines>(std::move(port))) {
-  std::thread([shared = lines] {
+  StartThread([shared = lines] {
     Read(*shared);
     shared->End();
-  }).detach();
+  });
 }
 
 std::optional<std::string> StandardInput::TakeLine() {

@@ -30,11 +30,14 @@ class LoaderLock : public IntegrationTest {
   // not come back stays behind until the lock is free.
   static bool IsLibraryFree(const Library& library) {
     const Gate freed = OpenGate();
-    std::thread([freed, call = library.KorvuISD_SetLogLevel] {
+    std::thread calling([freed, call = library.KorvuISD_SetLogLevel] {
       call(KorvuISD_LogLevelOff);
       freed.Pass();
-    }).detach();
-    return freed.WaitForArrival();
+    });
+    const bool isFree = freed.WaitForArrival();
+    // Not one that may be ending: see tools/shared/start_thread.h.
+    isFree ? calling.join() : calling.detach();
+    return isFree;
   }
 
   void Watch() {

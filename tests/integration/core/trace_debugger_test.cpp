@@ -33,14 +33,18 @@ class TraceDebugger : public TraceTest {
       bool hasReturned = false;
     };
     const auto state = std::make_shared<State>();
-    std::thread([state, call = std::move(call)] {
+    std::thread calling([state, call = std::move(call)] {
       call();
       const std::lock_guard lock(state->mutex);
       state->hasReturned = true;
       state->changed.notify_all();
-    }).detach();
+    });
     std::unique_lock lock(state->mutex);
-    return WaitUntil(lock, state->changed, [&] { return state->hasReturned; });
+    const bool returned = WaitUntil(lock, state->changed, [&] { return state->hasReturned; });
+    lock.unlock();
+    // Not one that may be ending: see tools/shared/start_thread.h.
+    returned ? calling.join() : calling.detach();
+    return returned;
   }
 };
 
