@@ -13,7 +13,7 @@ using namespace support;
 
 namespace {
 
-constexpr int kBreaks = 60;
+constexpr int kBreaks = 20;
 constexpr size_t kThreads = 3;
 constexpr size_t kOutstanding = 150;  // as many requests as may wait at a time
 
