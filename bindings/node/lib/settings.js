@@ -190,8 +190,11 @@ class Settings extends EventEmitter {
   async setLogLevel(level) {
     integer('level', level, 0, 3);
     hub.hold(true);  // without a connection, nothing else keeps the process alive until it is done
-    await hub.run('setLogLevel', level);
-    hub.hold(false);
+    try {
+      await hub.run('setLogLevel', level);
+    } finally {
+      hub.hold(false);
+    }
   }
 
   #checkedTimeout(what, options, since) {
