@@ -376,18 +376,12 @@ std::vector<std::wstring> ScriptedService::WaitForRequests(size_t count) {
 }
 
 std::vector<std::wstring> ScriptedService::WaitForRequest(std::wstring_view text) {
-  for (size_t seen = 0;;) {
-    std::unique_lock lock(impl->mutex);
-    for (; seen < impl->requests.size(); ++seen) {
-      if (impl->requests[seen].text != text) continue;
-      lock.unlock();
-      return RequestTexts();
-    }
-    // As long as others keep coming there is no reason to give up.
-    if (!WaitUntil(lock, impl->changed, [&] { return impl->requests.size() > seen; })) {
-      throw std::runtime_error("the request did not arrive");
-    }
-  }
+  size_t seen = 0;
+  impl->WaitUntilOrFail("the request did not arrive", [&] {
+    while (seen < impl->requests.size() && impl->requests[seen].text != text) ++seen;
+    return seen < impl->requests.size();
+  });
+  return RequestTexts();
 }
 
 void ScriptedService::Forget() {

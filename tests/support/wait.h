@@ -1,4 +1,5 @@
-// Waiting in tests: for an event, with a bound so generous that only a hang reaches it.
+// Waiting in tests: for an event, with a bound so generous that only a hang reaches it. The bound
+// is for a time in which nothing happens: how long all of it takes is the machine's affair.
 #pragma once
 
 #include <chrono>
@@ -9,11 +10,15 @@ namespace support {
 
 inline constexpr std::chrono::seconds kPatience{30};
 
-// Waits until `condition`, which is guarded by `lock`, holds. False if patience ran out.
+// Waits until `condition`, which is guarded by `lock`, holds. False if patience ran out, which
+// begins anew at every notification of `changed`.
 template <class Condition>
 bool WaitUntil(std::unique_lock<std::mutex>& lock, std::condition_variable& changed,
                Condition condition, std::chrono::milliseconds patience = kPatience) {
-  return changed.wait_for(lock, patience, condition);
+  while (!condition()) {
+    if (changed.wait_for(lock, patience) == std::cv_status::timeout) return condition();
+  }
+  return true;
 }
 
 using Clock = std::chrono::steady_clock;

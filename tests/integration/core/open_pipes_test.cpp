@@ -94,6 +94,9 @@ TEST_F(OpenPipes, WhatWasQueuedBeforeTheConnectionIsNeverSent) {
 
 TEST_F(OpenPipes, AConnectedClientAnswersAtOnceAndOpensNothing) {
   ConnectTo(service);
+  // Dealt with when nothing is left of the batch.
+  service.Announce(Key(kTilt), L"5");
+  ASSERT_TRUE(recorder.WaitForSlot(kTiltSlot, 1));
   PlatformLog log(library);
   TraceRecorder trace(library);
   library.KorvuISD_SetLogLevel(KorvuISD_LogLevelVerbose);

@@ -331,6 +331,14 @@ bool PlatformCalls::WaitForCall(Function function, On on, size_t count) {
   });
 }
 
+bool PlatformCalls::WaitForStartedRead() {
+  std::unique_lock lock(state->mutex);
+  return WaitUntil(lock, state->changed, [&] {
+    return !state->calls.empty() && state->calls.back().function == Function::kReadFile &&
+           state->calls.back().on == On::kSendOnlyPipe;
+  });
+}
+
 std::vector<PlatformCall> PlatformCalls::AllCalls() const {
   const std::lock_guard lock(state->mutex);
   return state->calls;

@@ -92,6 +92,10 @@ class PlatformCalls {
   std::vector<PlatformCall> AllCalls() const;
   void Forget();
 
+  // Until the sync thread's latest call has started a read of announcements. From then on the
+  // thread hears of a loss by the end of this read, and not when it tries to start one.
+  [[nodiscard]] bool WaitForStartedRead();
+
   // The open handle of that kind; null if there is none.
   HANDLE HandleOf(On on) const;
 

@@ -95,6 +95,7 @@ TEST_F(Reconnection, EndsTheOldThreadAndLeavesOneConnection) {
 TEST_F(Reconnection, ComesAfterThePendingRequestsHaveBeenAnswered) {
   ConnectTo(service);
   Settle();
+  ASSERT_TRUE(calls.WaitForStartedRead());
   calls.Intercept(Function::kGetOverlappedResult, On::kSendOnlyPipe, [this](const auto& call) {
     const DWORD result = call.real();
     const DWORD error = GetLastError();
