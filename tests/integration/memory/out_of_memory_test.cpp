@@ -34,6 +34,9 @@ void KORVUISD_CALL OnTilt(void*, int32_t value) {
   g_received.notify_all();
 }
 
+// The latest pause before a reconnection; 0 if there was none.
+std::atomic<DWORD> g_latestPauseMs;
+
 // How often each manual request was answered, by its context.
 constexpr size_t kRequests = 8;
 std::array<std::atomic<int>, kRequests> g_answers;
@@ -79,6 +82,7 @@ class OutOfMemory : public IntegrationTest {
       constexpr DWORD kReply = 2000;
       if (timeMs == kWrite) return WaitForSingleObjectHook::Real(handle, 100);
       const bool isPause = timeMs != 0 && timeMs != kReply && timeMs != INFINITE;
+      if (isPause) g_latestPauseMs = timeMs;
       return WaitForSingleObjectHook::Real(handle, isPause ? 1 : timeMs);
     });
 
@@ -171,6 +175,22 @@ TEST_F(OutOfMemory, ForSeveralAllocationsInARowCostsTheConnectionAtMost) {
     ASSERT_NO_FATAL_FAILURE(ExpectRecovery());
     if (failing_memory::Restore() == 0) break;
   }
+}
+
+// The service is there all the time: without the pause the library would come back and fail, again
+// and again, for as long as there is no memory.
+TEST_F(OutOfMemory, IsFollowedByAPauseAlthoughTheConnectionWasGood) {
+  service.BreakBoth();
+  ASSERT_NO_FATAL_FAILURE(ExpectRecovery());
+  EXPECT_EQ(g_latestPauseMs, 0u);
+
+  ++round;
+  failing_memory::Fail(1, 1);
+  service.Announce(Key(118), std::wstring(1300, L'k'));
+  service.WaitForConnections(3);
+  EXPECT_EQ(failing_memory::Restore(), 1);
+  ASSERT_NO_FATAL_FAILURE(ExpectRecovery());
+  EXPECT_EQ(g_latestPauseMs, 100u);
 }
 
 class OutOfMemoryForLong : public OutOfMemory, public testing::WithParamInterface<bool> {};

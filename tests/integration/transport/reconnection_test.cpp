@@ -43,6 +43,7 @@ class Reconnection : public TransportTest {
     clockHook::Clear();
     SleepHook::Clear();
     WaitNamedPipeWHook::Clear();
+    SetNamedPipeHandleStateHook::Clear();
   }
 
   size_t CountLines(const std::wstring& line) const {
@@ -176,6 +177,35 @@ TEST_F(Reconnection, EndsWithAShutdownWhenTheAttemptReturns) {
   ASSERT_TRUE(calls.WaitForLiveThreads(0));
   EXPECT_EQ(CountLines(kConnecting), 1u);
   EXPECT_EQ(trace.Lines().back(), Line(L"Shutting down..."));
+}
+
+// A pause is for a service that is there and does not let us in. One that comes back is found at
+// once.
+TEST_F(Reconnection, MakesNoPausesWhileTheServiceIsAway) {
+  ConnectTo(service);
+  Settle();
+  SetNamedPipeHandleStateHook::Set(library, [](auto...) -> BOOL {
+    SetLastError(ERROR_PIPE_NOT_CONNECTED);
+    return FALSE;
+  });
+  const Gate gate;
+  calls.Intercept(Function::kWaitForOne, On::kOther, PlatformCalls::Answer(WAIT_TIMEOUT, 0));
+  calls.Intercept(Function::kWaitForOne, On::kOther, [gate](const auto&) {
+    gate.Pass();
+    return DWORD{WAIT_TIMEOUT};
+  });
+  SpeedUpTime();
+  TraceOn();
+  service.BreakBoth();
+  ASSERT_TRUE(gate.WaitForArrival());
+  service.Vanish();
+  gate.Open();
+  ASSERT_TRUE(WaitForLines(kTimedOut, 3));
+  std::vector<DWORD> pauses;
+  for (const PlatformCall& wait : calls.Calls(Function::kWaitForOne, On::kOther)) {
+    pauses.push_back(wait.amount);
+  }
+  EXPECT_EQ(pauses, (std::vector<DWORD>{100, 200}));
 }
 
 TEST_F(Reconnection, IsNotEndedByAFailingAttempt) {
