@@ -1,12 +1,16 @@
 #!/usr/bin/env bash
-# Tests the tests: makes the changes of tests/mutations/table.txt one at a time, in a copy of the
+# Tests the tests: makes the changes of tests/mutations/changes.txt one at a time, in a copy of the
 # tree, and runs the tests on each until the first failure. A change that no test notices survives.
-# The last line tells how many were caught.
+# mutate.sh delays: those of delays.txt instead. They hold a thread up, as a busy machine does, and no
+# test may notice.
+# The last line tells how many were caught; ends with 1 if it is not as it should be.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
+kind=${1:-changes}
+table=$PWD/tests/mutations/$kind.txt
+[ -f "$table" ] || { echo "usage: mutate.sh [delays]" >&2; exit 2; }
 scripts/setup.sh test
-table=$PWD/tests/mutations/table.txt
 work=$PWD/build/mutants
 tree=$work/tree
 # Copied anew; but what is unchanged keeps its time, so that it need not be compiled again.
@@ -17,8 +21,9 @@ cp -a CMakeLists.txt cmake include src tests tools "$tree/"
 [ ! -f "$work/mutated" ] || touch "$tree/$(cat "$work/mutated")"
 
 # Compiled quickly, not instrumented, and without warnings: a change may leave something unused.
+flags="-O0 -w -include $PWD/tests/mutations/hold_up.h"
 cmake -S "$tree" -B "$work/build" -G Ninja -DCMAKE_C_COMPILER=clang-14 \
-  -DCMAKE_CXX_COMPILER=clang++-14 "-DCMAKE_CXX_FLAGS=-O0 -w" -DKORVU_BUILD_TOOLS=OFF \
+  -DCMAKE_CXX_COMPILER=clang++-14 "-DCMAKE_CXX_FLAGS=$flags" -DKORVU_BUILD_TOOLS=OFF \
   -DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=lld >"$work/configure.log"
 build() { cmake --build "$work/build" >"$work/build.log" 2>&1; }
 
@@ -78,7 +83,7 @@ mutate() {
     exit 1
   fi
   if run_tests "${room%%/*}"; then
-    verdict=SURVIVED
+    verdict="not noticed"
   else
     caught=$((caught + 1))
     # CTest lists what failed, or gave up on, at the end.
@@ -97,3 +102,8 @@ while IFS= read -r line <&3; do
   esac
 done 3<"$table"
 echo "$caught of $total caught"
+if [ "$kind" = delays ]; then
+  [ "$caught" -eq 0 ]
+else
+  [ "$caught" -eq "$total" ]
+fi
