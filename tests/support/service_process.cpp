@@ -2,6 +2,7 @@
 
 #include <array>
 #include <stdexcept>
+#include <string>
 #include <utility>
 
 #include "support/wait.h"
@@ -63,12 +64,13 @@ void ServiceProcess::Start() {
   PROCESS_INFORMATION started{};
   const BOOL isStarted = CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr,
                                         nullptr, &startup, &started);
+  const DWORD error = GetLastError();
   Close(in.theirs);
   Close(out.theirs);
   input = in.ours;
   output = out.ours;
   unread.clear();
-  if (!isStarted) Fail("cannot be started");
+  if (!isStarted) Fail("cannot be started: error " + std::to_string(error));
   process = started.hProcess;
   CloseHandle(started.hThread);
   if (const std::string line = ReadLine(); line != "ready") Fail("printed \"" + line + "\"");

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <stdexcept>
+#include <string>
 #include <utility>
 
 #include "support/wait.h"
@@ -97,7 +98,8 @@ ChildProcess::ChildProcess(const std::string& program, const std::vector<std::st
   PROCESS_INFORMATION information{};
   if (!CreateProcessW(path.c_str(), commandLine.data(), nullptr, nullptr, TRUE, flags, nullptr,
                       nullptr, inherited.Startup(), &information)) {
-    throw std::runtime_error("cannot start " + program);
+    throw std::runtime_error("cannot start " + program + ": error " +
+                             std::to_string(GetLastError()));
   }
   CloseHandle(information.hThread);
   process.Reset(information.hProcess);
