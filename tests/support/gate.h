@@ -49,7 +49,9 @@ class Gate {
   std::shared_ptr<State> state = std::make_shared<State>();
 };
 
-// A gate that stops nobody: it tells that threads have come by, and how many.
+// A gate that stops nobody: it tells that threads have come by, and how many. Not std::latch: where
+// there is no futex, as on Windows, GCC 12's looks at the count before it takes the lock for its
+// wait, and sleeps for ever when the last thread comes in between.
 inline Gate OpenGate() {
   const Gate gate;
   gate.Open();

@@ -1,11 +1,11 @@
 // The applications that the service offers, and the setters that name one of them.
 
 #include <array>
-#include <latch>
 #include <set>
 #include <thread>
 
 #include "integration/commands/commands_test.h"
+#include "support/gate.h"
 
 using namespace support;
 
@@ -125,20 +125,20 @@ TEST_F(ApplicationMap, IsFilledAndReadAtTheSameTime) {
   service.Forget();
   const size_t before = recorder.CountOf(kRunAppOptionsSlot);
 
-  std::latch started{kThreads};
+  const Gate started = OpenGate();
   std::vector<std::thread> threads;
   for (int i = 0; i < kThreads; ++i) {
     threads.emplace_back([&] {
       const Assignment paint(23, L"Paint");
       library.KorvuISD_SetEraserSinglePress(paint.Get(), 0);
-      started.count_down();
+      started.Pass();
       for (int call = 0; call < 100; ++call) {
         library.KorvuISD_SetEraserSinglePress(paint.Get(), 0);
         std::this_thread::yield();
       }
     });
   }
-  started.wait();
+  EXPECT_TRUE(started.WaitForArrivals(kThreads));
   for (size_t i = 1; i <= kLists; ++i) {
     service.AnnounceRaw(i % 2 ? LR"({"RunAppOptionsList":[{"odd":"Paint"}]})"
                               : LR"({"RunAppOptionsList":[{"even":"Paint"}]})");
