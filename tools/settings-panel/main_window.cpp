@@ -27,8 +27,9 @@ constexpr UINT_PTR kClockTimer = 2;
 // drawing and to its user, however many there are.
 constexpr UINT kMailPauseMs = 30;
 constexpr UINT kClockMs = 200;
-// How long changes that are under way may keep a closed window's program running.
-constexpr std::chrono::milliseconds kCloseLimit{500};
+// How long changes that are under way may keep a closed window's program running, which nobody
+// sees: a busy machine takes longer than half a second for them.
+constexpr std::chrono::milliseconds kCloseLimit{2000};
 
 constexpr int kMargin = 8;
 
