@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <chrono>
 #include <cstddef>
 #include <string>
 #include <utility>
@@ -27,9 +26,6 @@ constexpr UINT_PTR kClockTimer = 2;
 // drawing and to its user, however many there are.
 constexpr UINT kMailPauseMs = 30;
 constexpr UINT kClockMs = 200;
-// How long changes that are under way may keep a closed window's program running, which nobody
-// sees: a busy machine takes longer than half a second for them.
-constexpr std::chrono::milliseconds kCloseLimit{2000};
 
 constexpr int kMargin = 8;
 
@@ -240,10 +236,7 @@ void MainWindow::ReadMail() {
 void MainWindow::OnTick() {
   const Clock::time_point now = Clock::now();
   if (session.OnTime(now)) ShowAll();
-  const bool isWaiting = closeAt != Clock::time_point::max();
-  if (isWaiting && (now >= closeAt || !session.Values().GetChanges().ArePending())) {
-    DestroyWindow(window);
-  }
+  if (isClosing && !session.Values().GetChanges().ArePending()) DestroyWindow(window);
 }
 
 void MainWindow::ShowAll() {
@@ -261,14 +254,15 @@ void MainWindow::SelectPage(int page) {
   }
 }
 
-// What was changed last is to reach the service; but nobody is to wait for a service that is away.
+// What was changed last is to reach the service. The window is out of sight meanwhile, and a change
+// waits no longer for a service that does not answer than it does in sight.
 void MainWindow::Close() {
   ShowWindow(window, SW_HIDE);
   if (!session.CanChange() || !session.Values().GetChanges().ArePending()) {
     DestroyWindow(window);
     return;
   }
-  closeAt = Clock::now() + kCloseLimit;
+  isClosing = true;
 }
 
 }  // namespace tool::panel

@@ -53,7 +53,7 @@ class MainWindow {
   std::unique_ptr<Look> look;
   std::vector<std::unique_ptr<Page>> pages;
   int shownPage = 0;
-  Clock::time_point closeAt = Clock::time_point::max();
+  bool isClosing = false;
 };
 
 }  // namespace tool::panel
