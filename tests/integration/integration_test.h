@@ -1,7 +1,6 @@
 // What most integration tests start with: the library, loaded, and callbacks that remember.
 #pragma once
 
-#include <map>
 #include <string>
 
 #include <gmock/gmock.h>
@@ -31,10 +30,7 @@ class IntegrationTest : public testing::Test {
 
   // A test's own process ends without a shutdown, as an application may; a test that wants one
   // calls it.
-  static const std::wstring& Key(int index) {
-    static const std::map<int, std::wstring> keys = expected::SettingKeys();
-    return keys.at(index);
-  }
+  static const std::wstring& Key(int index) { return expected::SettingKeys().at(index); }
 
   // API version 9, all callbacks under `context`, connected, and the batch answered.
   void ConnectTo(ScriptedService& service, void* context = Context(1)) {

@@ -8,8 +8,7 @@
 
 namespace expected {
 
-// All 151 keys by setting index.
-inline std::map<int, std::wstring> SettingKeys() {
+inline std::map<int, std::wstring> ComposeKeys() {
   std::map<int, std::wstring> keys;
   const std::wstring s = L"\\\\";  // two backslashes
   const std::wstring root = L"ComponentsDriver" + s;
@@ -100,6 +99,12 @@ inline std::map<int, std::wstring> SettingKeys() {
   keys[148] = tablet + L"PenIsDocked";
   keys[149] = transducer + L"PenGesturesEnabled";
   keys[150] = transducer + L"MagnifierEnabled";
+  return keys;
+}
+
+// All 151 keys by setting index.
+inline const std::map<int, std::wstring>& SettingKeys() {
+  static const std::map<int, std::wstring> keys = ComposeKeys();
   return keys;
 }
 

@@ -28,7 +28,7 @@ class OpenPipes : public IntegrationTest {
 // All of them but those that carry an application's path or keystrokes.
 std::vector<std::wstring> ExpectedBatch() {
   std::vector<std::wstring> batch = {std::wstring(ScriptedService::kProbe)};
-  const auto keys = expected::SettingKeys();
+  const auto& keys = expected::SettingKeys();
   for (const int index : expected::HandledIndices()) {
     batch.push_back(ScriptedService::ValueRequest(keys.at(index)));
   }

@@ -1,12 +1,10 @@
 #include "integration/settings/key_cases.h"
 
+#include <algorithm>
+#include <stdexcept>
 #include <string_view>
 
 namespace settings_test {
-
-void PrintTo(const KeyCase& keyCase, std::ostream* out) {
-  *out << NameOfKey(keyCase.index);
-}
 
 std::string NameOfKey(int index) {
   std::wstring key = expected::SettingKeys().at(index);
@@ -29,6 +27,13 @@ std::vector<KeyCase> AllKeyCases() {
     cases.insert(cases.end(), family.begin(), family.end());
   }
   return cases;
+}
+
+KeyCase KeyCaseOf(int index) {
+  const std::vector<KeyCase> cases = AllKeyCases();
+  const auto found = std::ranges::find(cases, index, &KeyCase::index);
+  if (found == cases.end()) throw std::out_of_range("no key case");
+  return *found;
 }
 
 }  // namespace settings_test

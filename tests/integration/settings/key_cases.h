@@ -3,7 +3,6 @@
 // Written down key by key, and not taken from the library's own table.
 #pragma once
 
-#include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -22,7 +21,6 @@ struct KeyCase {
   int index;
   std::vector<Step> steps;
 };
-void PrintTo(const KeyCase& keyCase, std::ostream* out);
 
 // The key in a form that fits a test's name.
 std::string NameOfKey(int index);
@@ -63,5 +61,6 @@ std::vector<KeyCase> PenCases();
 std::vector<KeyCase> TextCases();  // versions, lists, captures, map and path
 
 std::vector<KeyCase> AllKeyCases();
+KeyCase KeyCaseOf(int index);
 
 }  // namespace settings_test

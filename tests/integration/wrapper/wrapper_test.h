@@ -3,7 +3,6 @@
 
 #include <chrono>
 #include <condition_variable>
-#include <map>
 #include <mutex>
 #include <string>
 #include <vector>
@@ -69,8 +68,7 @@ class WrapperTest : public testing::Test {
 
   void AnnounceTilt(int value) {
     constexpr int kTiltSensitivity = 115;
-    static const std::map<int, std::wstring> keys = expected::SettingKeys();
-    service.Announce(keys.at(kTiltSensitivity), std::to_wstring(value));
+    service.Announce(expected::SettingKeys().at(kTiltSensitivity), std::to_wstring(value));
   }
 
   size_t RemovalCount() const {

@@ -28,7 +28,7 @@ std::wstring Get(std::wstring_view key) {
 const Messages& Batch() {
   static const auto& batch = *new Messages([] {
     Messages messages = {Set(L"Connected", L"?")};
-    const auto keys = expected::SettingKeys();
+    const auto& keys = expected::SettingKeys();
     for (const int index : expected::HandledIndices()) messages.push_back(Get(keys.at(index)));
     return messages;
   }());

@@ -9,7 +9,7 @@ using namespace tool;
 namespace {
 
 TEST(CliKeys, AreAllSettingsInTheOrderOfTheirIndices) {
-  const auto settings = expected::SettingKeys();
+  const auto& settings = expected::SettingKeys();
   ASSERT_EQ(settings.size(), kKeyCount);
   for (const auto& [index, key] : settings) {
     EXPECT_EQ(ValueRequest(static_cast<size_t>(index)), L"{\"GetVal\":\"" + key + L"\"}");

@@ -16,7 +16,7 @@ using testing::ThrowsMessage;
 namespace {
 
 TEST(SettingKeys, AreAllAtTheirIndices) {
-  const auto expectedKeys = expected::SettingKeys();
+  const auto& expectedKeys = expected::SettingKeys();
   ASSERT_EQ(expectedKeys.size(), 151u);
   for (const auto& [index, key] : expectedKeys) EXPECT_EQ(SettingKey(index), key) << index;
 }
