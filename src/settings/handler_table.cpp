@@ -1,6 +1,9 @@
 #include "settings/handler_table.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <utility>
 
 #include "KorvuTabletSettingsAPI.h"
@@ -144,29 +147,52 @@ const std::vector<HandlerEntry> g_settingHandlers = BuildHandlers();
 
 namespace {
 
-using HandlersByLength = std::vector<std::vector<const HandlerEntry*>>;
-
-HandlersByLength IndexHandlers() {
-  HandlersByLength index;
-  for (const HandlerEntry& entry : g_settingHandlers) {
-    if (entry.key.size() >= index.size()) index.resize(entry.key.size() + 1);
-    index[entry.key.size()].push_back(&entry);
-  }
-  return index;
-}
-
 // Two keys of one length are the rule and eight the most, so comparing those is less work than
 // reading a key of sixty characters for a hash; and the table's last key is found as fast as its
-// first.
-const HandlersByLength kHandlersByLength = IndexHandlers();
+// first. What is looked at lies together: whenever an announcement arrives, another process has
+// just had the processor's caches.
+struct IndexedHandler {
+  std::wstring_view key;
+  const SettingHandler* handler;
+
+  size_t Length() const { return key.size(); }
+
+  // Of a key of this length. Keys differ at their ends more often than at their beginnings. The C
+  // library takes eight bytes at once, but wide characters one by one.
+  bool IsFor(std::wstring_view other) const {
+    return key.back() == other.back() &&
+           std::memcmp(key.data(), other.data(), key.size() * sizeof(wchar_t)) == 0;
+  }
+};
+
+std::vector<IndexedHandler> SortHandlers() {
+  std::vector<IndexedHandler> sorted;
+  for (const HandlerEntry& entry : g_settingHandlers) sorted.push_back({entry.key, &entry.handler});
+  std::ranges::sort(sorted, {}, &IndexedHandler::Length);
+  return sorted;
+}
+
+const std::vector<IndexedHandler> kHandlersByLength = SortHandlers();
+
+// The handlers of keys of length n are those from the nth of these on, up to the next.
+std::vector<const IndexedHandler*> IndexLengths() {
+  std::vector<const IndexedHandler*> begins;
+  for (const IndexedHandler& handler : kHandlersByLength) {
+    begins.resize(std::max(begins.size(), handler.Length() + 1), &handler);
+  }
+  begins.push_back(kHandlersByLength.data() + kHandlersByLength.size());
+  return begins;
+}
+
+const std::vector<const IndexedHandler*> kBeginOfLength = IndexLengths();
 
 }  // namespace
 
 const SettingHandler* FindHandler(std::wstring_view key) {
-  if (key.size() >= kHandlersByLength.size()) return nullptr;
-  for (const HandlerEntry* const entry : kHandlersByLength[key.size()]) {
-    // Keys differ at their ends more often than at their beginnings.
-    if (entry->key.back() == key.back() && entry->key == key) return &entry->handler;
+  if (key.size() + 1 >= kBeginOfLength.size()) return nullptr;
+  const auto* const end = kBeginOfLength[key.size() + 1];
+  for (const auto* handler = kBeginOfLength[key.size()]; handler != end; ++handler) {
+    if (handler->IsFor(key)) return handler->handler;
   }
   return nullptr;
 }

@@ -13,7 +13,7 @@ using namespace KorvuISD;
 namespace {
 
 TEST(HandlerTable, HoldsTheKeysInTheOrderInWhichAConnectionRequestsThem) {
-  const auto keys = expected::SettingKeys();
+  const auto& keys = expected::SettingKeys();
   const std::vector<int> indices = expected::HandledIndices();
   ASSERT_EQ(indices.size(), 97u);
   ASSERT_EQ(g_settingHandlers.size(), indices.size());
@@ -61,6 +61,16 @@ TEST(HandlerTable, FindsNothingForPartsOfAKeyOrMoreThanAKey) {
   EXPECT_EQ(FindHandler(L""), nullptr);
   EXPECT_EQ(FindHandler(LR"(ComponentsDriver\ServiceVersion)"), nullptr);
   EXPECT_EQ(FindHandler(LR"(ComponentsDriver\\)"), nullptr);
+}
+
+TEST(HandlerTable, FindsNothingForAKeyThatDiffersAtOnePlace) {
+  for (const HandlerEntry& entry : g_settingHandlers) {
+    for (size_t at = 0; at < entry.key.size(); ++at) {
+      std::wstring key(entry.key);
+      key[at] = L'?';
+      EXPECT_EQ(FindHandler(key), nullptr) << at;
+    }
+  }
 }
 
 }  // namespace
