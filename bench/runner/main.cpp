@@ -10,6 +10,7 @@
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
+#include "runner/duels.h"
 #include "runner/footprint.h"
 #include "runner/report.h"
 #include "runner/rounds.h"
@@ -26,12 +27,17 @@ constexpr auto kExitCodes =
     "Exit codes: 0 all rows are there and all bars are met; 1 a row is missing, or the run broke\n"
     "off; 2 wrong command line; 3 a bar is missed.";
 
+// Then two new processes take their places: from pair to pair a ratio may differ by half a
+// hundredth.
+constexpr int kDuelsOfAPair = 40;
+
 constexpr int kMissing = 1;
 constexpr int kUsage = 2;
 constexpr int kMissed = 3;
 
 struct Options {
   int rounds = 11;
+  int duels = 400;
   std::string jsonFile;
   std::string markdownFile;
   bool ignoresBars = false;
@@ -58,6 +64,11 @@ bench::Results Run(const Options& options) {
       Progress(fmt::format("round {} of {}", round, options.rounds));
       rounds.RunOne();
     }
+  }
+  for (int duel = 0; duel < options.duels;) {
+    Progress(fmt::format("duel {} of {}", duel + 1, options.duels));
+    bench::Duels duels(service, results);
+    for (int i = 0; i < kDuelsOfAPair && duel < options.duels; ++i, ++duel) duels.RunOne();
   }
   Progress("loading and queue");
   bench::MeasureLoading(results);
@@ -90,6 +101,8 @@ int main(int argumentCount, char** arguments) {
   CLI::App app(kDescription, "korvu-bench");
   app.footer(kExitCodes);
   app.add_option("--rounds", options.rounds, "how often each client takes its turn (11)")
+      ->check(CLI::PositiveNumber);
+  app.add_option("--duels", options.duels, "how often library and floor are compared (400)")
       ->check(CLI::PositiveNumber);
   app.add_option("--json", options.jsonFile, "file for the samples")->type_name("FILE");
   app.add_option("--markdown", options.markdownFile, "file for the table in Markdown")

@@ -65,8 +65,10 @@ void Rounds::TakeConnected(const std::vector<std::string>& names, const Turn& tu
 void Rounds::Exchanges() {
   const auto turn = [&](const std::string& name, ClientProcess& client) {
     const json took = client.Do({{"task", "exchanges"}, {"pairs", kPairs}});
-    results.Add(rows::kExchangeWall, name, Number(took, "wallNs") / kExchanges / kNsPerUs);
-    results.Add(rows::kExchangeCpu, name, Number(took, "cpuNs") / kExchanges / kNsPerUs);
+    results.Add(std::string(rows::kExchange) + rows::kWall, name,
+                Number(took, "wallNs") / kExchanges / kNsPerUs);
+    results.Add(std::string(rows::kExchange) + rows::kCpu, name,
+                Number(took, "cpuNs") / kExchanges / kNsPerUs);
   };
   TakeConnected(WithVariants(kFour), turn);
   TakeConnected({kTracing}, [&](const std::string& name, ClientProcess& client) {
@@ -84,11 +86,11 @@ void Rounds::Bursts(std::string_view key, const std::string& row,
     client.Begin({{"task", "wait"}});
     service.Do(fmt::format("burst {} {}", key, kBurst));
     const json end = client.End();
-    results.Add(row + ", lost", name, kBurst - Number(end, "count"));
+    results.Add(row + rows::kLost, name, kBurst - Number(end, "count"));
     if (!end.at("complete")) return;  // the rows of its times are missing then
-    results.Add(row + ", wall", name,
+    results.Add(row + rows::kWall, name,
                 (Number(end, "atNs") - static_cast<double>(begin)) / kBurst / kNsPerUs);
-    results.Add(row + ", CPU", name, Number(end, "cpuNs") / kBurst / kNsPerUs);
+    results.Add(row + rows::kCpu, name, Number(end, "cpuNs") / kBurst / kNsPerUs);
   });
 }
 
@@ -98,7 +100,7 @@ void Rounds::BurstsUnderTraffic() {
     client.Begin({{"task", "wait"}});
     service.Do(fmt::format("burst ServiceVersion {}", kBurst));
     const json end = client.End();
-    results.Add(std::string(rows::kTraffic) + ", lost", name, kBurst - Number(end, "count"));
+    results.Add(std::string(rows::kTraffic) + rows::kLost, name, kBurst - Number(end, "count"));
   });
 }
 

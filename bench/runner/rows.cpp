@@ -11,7 +11,7 @@ constexpr double kFlatHandles = 2;
 constexpr double kFlatKb = 64;
 
 std::vector<Row> BuildRows() {
-  const std::vector<Bar> nearFloor = {{kDll, kFloor, 1.02}};
+  const std::vector<Bar> nearFloor = {{kDll, std::nullopt, 1.02}};
   const std::vector<Bar> none = {{kDll, std::nullopt, 0}};
   // Nearly all of a setter is its signal, which the peer makes as well: where a round trip to
   // Wine's server is dear, the signal alone is three quarters of what the peer takes.
@@ -25,23 +25,29 @@ std::vector<Row> BuildRows() {
 
   using namespace rows;
   std::vector<Row> rows = {
-      {kExchangeWall, "us", all, nearFloor},
-      {kExchangeCpu, "us", all, nearFloor},
-      {std::string(kFirstKey) + ", wall", "us each", variants, nearFloor},
-      {std::string(kFirstKey) + ", CPU", "us each", variants, nearFloor},
-      {std::string(kFirstKey) + ", lost", "", variants, none, true},
-      {std::string(kLastKey) + ", wall", "us each", kFour, nearFloor},
-      {std::string(kLastKey) + ", CPU", "us each", kFour, nearFloor},
-      {std::string(kLastKey) + ", lost", "", kFour, none, true},
-      {std::string(kTraffic) + ", lost", "", kFour, none, true},
+      {std::string(kExchange) + kWall, "us", all, {}},
+      {std::string(kExchange) + kCpu, "us", all, {}},
+      {std::string(kFirstKey) + kWall, "us each", variants, {}},
+      {std::string(kFirstKey) + kCpu, "us each", variants, {}},
+      {std::string(kFirstKey) + kLost, "", variants, none, true},
+      {std::string(kLastKey) + kWall, "us each", kFour, {}},
+      {std::string(kLastKey) + kCpu, "us each", kFour, {}},
+      {std::string(kLastKey) + kLost, "", kFour, none, true},
+      {std::string(kTraffic) + kLost, "", kFour, none, true},
       {std::string(kAnnouncement) + ", p50", "us", kFour, {{kDll, kPeer, 1.0}}},
       {std::string(kAnnouncement) + ", p99", "us", kFour, {}},
       {std::string(kSetterCallback) + ", p50", "us", kFour, {}},
       {std::string(kSetterCallback) + ", p99", "us", kFour, {}},
       {kSetterOffline, "us", kFour, setter},
       {kSetterOnline, "us", {kDll, kFloor, kPeer}, setter},
-      {kConnect, "ms", kFour, nearFloor},
+      {kConnect, "ms", kFour, {}},
   };
+  for (const char* const row : {kExchange, kShortFirstKey, kShortLastKey}) {
+    for (const char* const clock : {kWall, kCpu}) {
+      rows.push_back({std::string(row) + clock + kOfFloor, "", {kDll}, nearFloor});
+    }
+  }
+  rows.push_back({std::string(kConnect) + kOfFloor, "", {kDll}, nearFloor});
   for (const QueueLevel& level : kQueueLevels) {
     rows.push_back({std::string(kSetterQueued) + level.name, "us", {kDll}, {}});
     rows.push_back({std::string(kBytesQueued) + level.name, "bytes", {kDll}, {{kDll, {}, 200}}});

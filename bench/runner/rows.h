@@ -38,10 +38,11 @@ struct Row {
 
 // Names of rows that are measured at several places.
 namespace rows {
-inline constexpr const char* kExchangeWall = "exchange, wall";
-inline constexpr const char* kExchangeCpu = "exchange, client CPU";
+inline constexpr const char* kExchange = "exchange";
 inline constexpr const char* kFirstKey = "burst of 5,000, first key";
 inline constexpr const char* kLastKey = "burst of 5,000, last key";
+inline constexpr const char* kShortFirstKey = "burst of 500, first key";
+inline constexpr const char* kShortLastKey = "burst of 500, last key";
 inline constexpr const char* kTraffic = "burst under setter traffic";
 inline constexpr const char* kAnnouncement = "announcement to callback";
 inline constexpr const char* kSetterCallback = "setter to callback";
@@ -60,6 +61,11 @@ inline constexpr const char* kConnectedMemory = "private memory, connected";
 inline constexpr const char* kReconnects = "200 reconnects";
 inline constexpr const char* kCycles = "200 connects and shutdowns";
 inline constexpr const char* kIdle = "CPU of 5 idle seconds";
+// What follows the name of a row that is measured in several ways.
+inline constexpr const char* kWall = ", wall";
+inline constexpr const char* kCpu = ", client CPU";
+inline constexpr const char* kLost = ", lost";
+inline constexpr const char* kOfFloor = ", of the floor";
 }  // namespace rows
 
 // How many messages the queue is filled with, and what the rows call it.
