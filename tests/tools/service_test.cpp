@@ -91,7 +91,7 @@ TEST_F(Away, AWatcherTellsThatTheServiceWasKilledAndIsBackWithItsStore) {
 
 TEST_F(Away, AWatcherEndsInTimeThoughTheServiceIsGone) {
   auto service = std::make_optional<StandInService>();
-  Watcher watcher({"--for", "4"});
+  Watcher watcher({"--for", "8"});
   service->Quit();
   EXPECT_EQ(EndOf(watcher.process).exitCode, 0);
 }

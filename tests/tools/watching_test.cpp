@@ -24,30 +24,32 @@ std::vector<std::string> LinesOf(const std::string& text) {
 }
 
 TEST_F(Watching, EveryCallbackOfTheVersionComesWithTheConnection) {
-  const Ending ending = RunTool({"watch", "--for", "1.5"});
-  EXPECT_EQ(ending.exitCode, 0);
-  EXPECT_EQ(ending.errors, "");
-  EXPECT_THAT(ending.output, testing::StartsWith("OnWedgeCapacity count=16\n"
-                                                 "OnFirstRange minimum=0 maximum=6\n"
-                                                 "OnSecondRange minimum=-90 maximum=90\n"));
+  const Watcher watcher;
+  const std::string output = watcher.process.Output();
+  EXPECT_THAT(output, testing::StartsWith("OnWedgeCapacity count=16\n"
+                                          "OnFirstRange minimum=0 maximum=6\n"
+                                          "OnSecondRange minimum=-90 maximum=90\n"));
   std::set<std::string> slots;
-  for (const std::string& line : LinesOf(ending.output))
-    slots.insert(line.substr(0, line.find(' ')));
+  for (const std::string& line : LinesOf(output)) slots.insert(line.substr(0, line.find(' ')));
   EXPECT_EQ(slots.size(), 40u);  // all but OnRadialWedge, which is for versions below 2
   EXPECT_FALSE(slots.contains("OnRadialWedge"));
-  EXPECT_THAT(ending.output, HasSubstr("\nOnDisplayZoomMap count=1 0,0,1920,1080\n"));
-  EXPECT_THAT(ending.output,
+  EXPECT_THAT(output, HasSubstr("\nOnDisplayZoomMap count=1 0,0,1920,1080\n"));
+  EXPECT_THAT(output,
               HasSubstr("\nOnMonitorOptions count=3 selected=none \"\\\\.\\DISPLAY1\"=\"Monitor 1 "
                         "(2560 x 1440)\" "));
 }
 
 TEST_F(Watching, AnOlderVersionSeesNoMoreThanItsCallbacks) {
-  const Ending ending = RunTool({"--api-version", "0", "watch", "--for", "1.5"});
-  EXPECT_EQ(ending.exitCode, 0);
-  EXPECT_THAT(ending.output, HasSubstr("OnRadialWedge function=5 name=\"Pan\"\n"));
-  EXPECT_THAT(ending.output, Not(HasSubstr("OnRadialWedgeEx")));
-  EXPECT_THAT(ending.output, Not(HasSubstr("OnOpaque")));
-  EXPECT_THAT(ending.output, Not(HasSubstr("OnMagnifierEnabled")));
+  ChildProcess tool(kToolProgram, {"--api-version", "0", "watch"});
+  // The last one of this version. What comes after it would come before a change.
+  ASSERT_TRUE(tool.WaitForOutput("OnDisplayZoomMap"));
+  service.Give("set TiltSensitivity 37");
+  ASSERT_TRUE(tool.WaitForOutput("OnTiltSensitivity value=37"));
+  const std::string output = tool.Output();
+  EXPECT_THAT(output, HasSubstr("OnRadialWedge function=5 name=\"Pan\"\n"));
+  EXPECT_THAT(output, Not(HasSubstr("OnRadialWedgeEx")));
+  EXPECT_THAT(output, Not(HasSubstr("OnOpaque")));
+  EXPECT_THAT(output, Not(HasSubstr("OnMagnifierEnabled")));
 }
 
 TEST_F(Watching, JsonIsOneObjectALine) {

@@ -255,14 +255,14 @@ void MainWindow::SelectPage(int page) {
 }
 
 // What was changed last is to reach the service. The window is out of sight meanwhile, and a change
-// waits no longer for a service that does not answer than it does in sight.
+// waits no longer for a service that is away or does not answer than it does in sight.
 void MainWindow::Close() {
   ShowWindow(window, SW_HIDE);
-  if (!session.CanChange() || !session.Values().GetChanges().ArePending()) {
+  if (session.Values().GetChanges().ArePending()) {
+    isClosing = true;
+  } else {
     DestroyWindow(window);
-    return;
   }
-  isClosing = true;
 }
 
 }  // namespace tool::panel
