@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Measures the library beside a floor, a limit and a peer, and prints the table. It leaves the samples
 # in build/bench/bench.json, and the table as docs/performance.md has it in build/bench/bench.md.
-# Arguments go to the benchmark: --rounds N, --duels N, --no-bar. Ends 0 only if no row is missing and no bar is
-# missed.
+# Arguments go to the benchmark: --rounds N, --duels N, --no-bar. Ends 0 only if no row is missing and
+# no bar is missed.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 

@@ -25,6 +25,7 @@ std::vector<std::string> LinesOf(const std::string& text) {
 
 TEST_F(Watching, EveryCallbackOfTheVersionComesWithTheConnection) {
   const Watcher watcher;
+  EXPECT_EQ(watcher.process.Errors(), "");
   const std::string output = watcher.process.Output();
   EXPECT_THAT(output, testing::StartsWith("OnWedgeCapacity count=16\n"
                                           "OnFirstRange minimum=0 maximum=6\n"
